@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/FFmpegError.h"
+
+#include <utility>
+
+FFmpegError::FFmpegError(Kind kind, QString systemDescription)
+    : m_kind(kind)
+    , m_systemDescription(std::move(systemDescription))
+{}
+
+FFmpegError FFmpegError::binaryNotFound()
+{
+    return {Kind::BinaryNotFound, {}};
+}
+
+FFmpegError FFmpegError::launchFailed(const QString &systemDescription)
+{
+    return {Kind::LaunchFailed, systemDescription};
+}
+
+QString FFmpegError::describe() const
+{
+    switch (m_kind) {
+    case Kind::BinaryNotFound:
+        return QStringLiteral("FFmpegError.binaryNotFound");
+    case Kind::LaunchFailed:
+        return QStringLiteral("FFmpegError.launchFailed(\"%1\")").arg(m_systemDescription);
+    }
+    return {};
+}

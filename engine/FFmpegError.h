@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/EngineError.h"
+
+class FFmpegError final : public EngineError
+{
+public:
+    enum class Kind
+    {
+        BinaryNotFound,
+        LaunchFailed,
+    };
+
+    static FFmpegError binaryNotFound();
+    static FFmpegError launchFailed(const QString &systemDescription);
+
+    Kind kind() const { return m_kind; }
+    // The operating system's own description of a failed launch; empty otherwise.
+    const QString &systemDescription() const { return m_systemDescription; }
+
+    QString describe() const override;
+
+    friend bool operator==(const FFmpegError &a, const FFmpegError &b)
+    {
+        return a.m_kind == b.m_kind && a.m_systemDescription == b.m_systemDescription;
+    }
+
+private:
+    FFmpegError(Kind kind, QString systemDescription);
+
+    Kind m_kind;
+    QString m_systemDescription;
+};

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/LoudnessAnalysisService.h"
+
+#include "engine/FFmpegRunning.h"
+#include "engine/LoudnessAnalysisError.h"
+#include "engine/NumberFormat.h"
+
+#include <utility>
+
+LoudnessAnalysisService::LoudnessAnalysisService(std::shared_ptr<const FFmpegRunning> runner)
+    : m_runner(std::move(runner))
+{}
+
+QStringList LoudnessAnalysisService::arguments(const QString &filePath, double targetLUFS,
+                                               double truePeak)
+{
+    const QString filter = QStringLiteral("loudnorm=I=") + NumberFormat::fixed(targetLUFS, 1) +
+                           QStringLiteral(":TP=") + NumberFormat::fixed(truePeak, 1) +
+                           QStringLiteral(":print_format=json");
+    return {QStringLiteral("-hide_banner"),
+            QStringLiteral("-nostats"),
+            QStringLiteral("-i"),
+            filePath,
+            QStringLiteral("-af"),
+            filter,
+            QStringLiteral("-f"),
+            QStringLiteral("null"),
+            QStringLiteral("-")};
+}
+
+LoudnessMeasurement LoudnessAnalysisService::analyze(const QString &filePath, double targetLUFS,
+                                                     double truePeak,
+                                                     const CancellationToken &cancellation) const
+{
+    const FFmpegResult result =
+        m_runner->run(arguments(filePath, targetLUFS, truePeak), cancellation);
+    // A complete block counts even when ffmpeg then exits non-zero.
+    if (const auto measurement = LoudnessMeasurement::parse(result.standardError))
+        return *measurement;
+    if (result.exitCode != 0)
+        throw LoudnessAnalysisError::ffmpegFailed(result.exitCode, result.standardError);
+    throw LoudnessAnalysisError::parseFailed(result.standardError);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+// The five figures of loudnorm's measuring pass. Values may be infinite:
+// digital silence measures -inf, and that is a valid measurement.
+struct LoudnessMeasurement
+{
+    double inputI = 0;       // integrated loudness, LUFS
+    double inputTP = 0;      // true peak, dBTP
+    double inputLRA = 0;     // loudness range, LU
+    double inputThresh = 0;  // gating threshold, LUFS
+    double targetOffset = 0; // offset loudnorm suggests for the requested target, LU
+
+    // Reads the JSON block loudnorm prints last on standard error. Absent when
+    // the block is missing, cut short, malformed or lacks any of the five keys.
+    static std::optional<LoudnessMeasurement> parse(const QString &ffmpegOutput);
+
+    friend bool operator==(const LoudnessMeasurement &, const LoudnessMeasurement &) = default;
+};

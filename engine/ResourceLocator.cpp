@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/ResourceLocator.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <utility>
+
+ResourceLocator::ResourceLocator()
+    : m_executableDirectory(QCoreApplication::applicationDirPath())
+{}
+
+ResourceLocator::ResourceLocator(QString executableDirectory)
+    : m_executableDirectory(std::move(executableDirectory))
+{}
+
+std::optional<QString> ResourceLocator::ffmpegPath() const
+{
+    return existing(QStringLiteral("../lib/tonbrook/ffmpeg"));
+}
+
+std::optional<QString> ResourceLocator::licenseTextPath(const QString &fileName) const
+{
+    if (fileName.isEmpty() || fileName.contains(u'/'))
+        return std::nullopt;
+    return existing(QStringLiteral("../share/tonbrook/licenses/") + fileName);
+}
+
+std::optional<QString> ResourceLocator::existing(const QString &relativePath) const
+{
+    if (m_executableDirectory.isEmpty())
+        return std::nullopt;
+    const QString path = QDir::cleanPath(m_executableDirectory + u'/' + relativePath);
+    // Existence only: whether it can be executed is the launch's business, so
+    // that a damaged install reports the system's own reason.
+    if (!QFileInfo(path).isFile())
+        return std::nullopt;
+    return path;
+}

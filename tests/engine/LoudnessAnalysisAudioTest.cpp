@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The measuring pass on real files, through the bundled ffmpeg.
+#include "TestAudio.h"
+#include "TestEnvironment.h"
+#include "engine/CancellationToken.h"
+#include "engine/FFmpegRunner.h"
+#include "engine/LoudnessAnalysisError.h"
+#include "engine/LoudnessAnalysisService.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+#include <future>
+#include <thread>
+
+using namespace std::chrono_literals;
+using Segment = TestAudio::Segment;
+
+class LoudnessAnalysisAudioTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    LoudnessAnalysisService m_service{
+        std::make_shared<FFmpegRunner>(TestEnvironment::ffmpegPath())};
+
+    QString makeFile(const QString &name, int rate, int channels,
+                     const std::vector<Segment> &segments)
+    {
+        const QString wav = m_dir.filePath(name + QStringLiteral(".source.wav"));
+        if (!TestAudio::writeWav(wav, rate, channels, segments))
+            return {};
+        const QString target = m_dir.filePath(name);
+        if (target.endsWith(QStringLiteral(".wav")))
+            return QFile::rename(wav, target) ? target : QString();
+        const QString problem = TestAudio::encode(TestEnvironment::ffmpegPath(), wav, target);
+        if (!problem.isEmpty()) {
+            qWarning("%s", qPrintable(problem.right(500)));
+            return {};
+        }
+        return target;
+    }
+
+    LoudnessMeasurement measure(const QString &path, double target = -23, double ceiling = -1)
+    {
+        const CancellationToken token;
+        return m_service.analyze(path, target, ceiling, token);
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(TestEnvironment::commaLocaleActiveAsRequested());
+        QVERIFY(QFile::exists(TestEnvironment::ffmpegPath()));
+        QVERIFY(m_dir.isValid());
+    }
+
+    void cleanup() { QCOMPARE(TestEnvironment::childProcessIds(), QList<qint64>()); }
+
+    void everyFormatRateAndLayout_data()
+    {
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<int>("rate");
+        QTest::addColumn<int>("channels");
+        QTest::addColumn<double>("tolerance");
+
+        const QStringList extensions{QStringLiteral("wav"), QStringLiteral("aiff"),
+                                     QStringLiteral("aif"), QStringLiteral("caf"),
+                                     QStringLiteral("mp3"), QStringLiteral("m4a")};
+        for (const QString &extension : extensions) {
+            const bool lossy = extension == u"mp3" || extension == u"m4a";
+            for (int rate : {44100, 48000, 96000}) {
+                if (extension == u"mp3" && rate > 48000)
+                    continue; // MPEG audio stops at 48 kHz
+                for (int channels : {1, 2}) {
+                    QTest::addRow("%s %d Hz %s", qPrintable(extension), rate,
+                                  channels == 1 ? "mono" : "stereo")
+                        << extension << rate << channels << (lossy ? 0.3 : 0.1);
+                }
+            }
+        }
+    }
+
+    void everyFormatRateAndLayout()
+    {
+        QFETCH(QString, extension);
+        QFETCH(int, rate);
+        QFETCH(int, channels);
+        QFETCH(double, tolerance);
+
+        const QString path =
+            makeFile(QStringLiteral("tone %1 %2ch.%3").arg(rate).arg(channels).arg(extension), rate,
+                     channels, {Segment::sine(-20, 4)});
+        QVERIFY(!path.isEmpty());
+        const LoudnessMeasurement m = measure(path);
+        // A mono file is measured as one channel: 3 LU below the same tone on two.
+        const double expected = channels == 2 ? -20.0 : -23.0;
+        QVERIFY2(std::abs(m.inputI - expected) <= tolerance, qPrintable(QString::number(m.inputI)));
+        QVERIFY2(std::abs(m.inputTP - -20.0) <= 0.5, qPrintable(QString::number(m.inputTP)));
+        QVERIFY(std::isfinite(m.inputLRA));
+        QVERIFY(std::isfinite(m.targetOffset));
+    }
+
+    void silenceMeasuresMinusInfinity()
+    {
+        const QString path =
+            makeFile(QStringLiteral("silence.wav"), 48000, 2, {Segment::silence(5)});
+        QVERIFY(!path.isEmpty());
+        const LoudnessMeasurement m = measure(path);
+        QCOMPARE(m.inputI, -std::numeric_limits<double>::infinity());
+        QCOMPARE(m.inputTP, -std::numeric_limits<double>::infinity());
+    }
+
+    void referenceSignals_data()
+    {
+        QTest::addColumn<std::vector<Segment>>("segments");
+        QTest::addColumn<double>("expectedI");
+        QTest::addColumn<double>("expectedLRA");
+
+        // EBU Tech 3341 case 1 and case 5 (the latter fails without the tail patch),
+        // and Tech 3342 case 1 for the loudness range.
+        QTest::newRow("3341 case 1") << std::vector{Segment::sine(-23, 20)} << -23.0 << qQNaN();
+        QTest::newRow("3341 case 5")
+            << std::vector{Segment::sine(-26, 20), Segment::sine(-20, 20.1), Segment::sine(-26, 20)}
+            << -23.0 << qQNaN();
+        QTest::newRow("3342 case 1")
+            << std::vector{Segment::sine(-20, 20), Segment::sine(-30, 20)} << qQNaN() << 10.0;
+    }
+
+    void referenceSignals()
+    {
+        QFETCH(std::vector<Segment>, segments);
+        QFETCH(double, expectedI);
+        QFETCH(double, expectedLRA);
+
+        const QString path =
+            makeFile(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".wav"), 48000,
+                     2, segments);
+        QVERIFY(!path.isEmpty());
+        const LoudnessMeasurement m = measure(path);
+        qInfo("%s: I %.2f LUFS, LRA %.2f LU", QTest::currentDataTag(), m.inputI, m.inputLRA);
+        if (!std::isnan(expectedI))
+            QVERIFY2(std::abs(m.inputI - expectedI) <= 0.1, qPrintable(QString::number(m.inputI)));
+        if (!std::isnan(expectedLRA))
+            QVERIFY2(std::abs(m.inputLRA - expectedLRA) <= 1.0,
+                     qPrintable(QString::number(m.inputLRA)));
+    }
+
+    void awkwardPathsAreMeasured()
+    {
+        const QString path = makeFile(QStringLiteral("-Тишина & \"шум\" 100%.wav"), 44100, 2,
+                                      {Segment::noise(-30, 4)});
+        QVERIFY(!path.isEmpty());
+        const LoudnessMeasurement m = measure(path);
+        QVERIFY(std::isfinite(m.inputI));
+    }
+
+    void unreadableInputsFailWithFFmpegsWords_data()
+    {
+        QTest::addColumn<QByteArray>("contents");
+        QTest::addColumn<bool>("create");
+        QTest::newRow("text renamed .wav") << QByteArray("not audio at all\n") << true;
+        QTest::newRow("empty file") << QByteArray() << true;
+        QTest::newRow("missing file") << QByteArray() << false;
+    }
+
+    void unreadableInputsFailWithFFmpegsWords()
+    {
+        QFETCH(QByteArray, contents);
+        QFETCH(bool, create);
+        const QString path = m_dir.filePath(
+            QStringLiteral("broken %1.wav").arg(QString::fromLatin1(QTest::currentDataTag())));
+        if (create) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(contents);
+        }
+        try {
+            measure(path);
+            QFAIL("expected a failure");
+        } catch (const LoudnessAnalysisError &error) {
+            QCOMPARE(error.kind(), LoudnessAnalysisError::Kind::FFmpegFailed);
+            QVERIFY(error.code() != 0);
+            QVERIFY(error.standardError().contains(QFileInfo(path).fileName()));
+        }
+    }
+
+    void cancellingALongAnalysisEndsItsChildPromptly()
+    {
+        const QString path =
+            makeFile(QStringLiteral("long.wav"), 48000, 2, {Segment::noise(-20, 180)});
+        QVERIFY(!path.isEmpty());
+
+        CancellationToken token;
+        auto analysis = std::async(std::launch::async, [&] {
+            try {
+                m_service.analyze(path, -23, -1, token);
+            } catch (const LoudnessAnalysisError &) {
+            }
+        });
+        std::this_thread::sleep_for(500ms);
+        QVERIFY2(analysis.wait_for(0ms) == std::future_status::timeout,
+                 "the analysis ended before it could be cancelled");
+        QElapsedTimer timer;
+        timer.start();
+        token.cancel();
+        analysis.get();
+        qInfo("analysis returned %lld ms after cancel", timer.elapsed());
+        QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
+    }
+};
+
+QTEST_GUILESS_MAIN(LoudnessAnalysisAudioTest)
+#include "LoudnessAnalysisAudioTest.moc"

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "TestAudio.h"
+
+#include "engine/CancellationToken.h"
+#include "engine/EngineError.h"
+#include "engine/FFmpegRunner.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <random>
+
+namespace {
+
+void putU32(QByteArray &out, quint32 value)
+{
+    char bytes[4];
+    qToLittleEndian(value, bytes);
+    out.append(bytes, 4);
+}
+
+void putU16(QByteArray &out, quint16 value)
+{
+    char bytes[2];
+    qToLittleEndian(value, bytes);
+    out.append(bytes, 2);
+}
+
+} // namespace
+
+bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
+                         const std::vector<Segment> &segments)
+{
+    std::vector<float> samples;
+    std::mt19937 random(12345);
+    std::normal_distribution<double> gaussian(0.0, 1.0);
+    double phase = 0;
+    for (const Segment &segment : segments) {
+        const auto frames = static_cast<qint64>(std::llround(segment.seconds * sampleRate));
+        const double amplitude = std::pow(10.0, segment.levelDBFS / 20.0);
+        const double step = 2 * std::numbers::pi * segment.frequency / sampleRate;
+        for (qint64 i = 0; i < frames; ++i) {
+            double value = 0;
+            switch (segment.kind) {
+            case Segment::Kind::Sine:
+                value = amplitude * std::sin(phase);
+                phase = std::fmod(phase + step, 2 * std::numbers::pi);
+                break;
+            case Segment::Kind::Noise:
+                value = std::clamp(amplitude * gaussian(random), -1.0, 1.0);
+                break;
+            case Segment::Kind::Silence:
+                break;
+            }
+            for (int c = 0; c < channels; ++c)
+                samples.push_back(static_cast<float>(value));
+        }
+    }
+
+    const auto dataBytes = static_cast<quint32>(samples.size() * sizeof(float));
+    QByteArray header;
+    header.append("RIFF");
+    putU32(header, 4 + 8 + 16 + 8 + dataBytes);
+    header.append("WAVEfmt ");
+    putU32(header, 16);
+    putU16(header, 3); // IEEE float
+    putU16(header, static_cast<quint16>(channels));
+    putU32(header, static_cast<quint32>(sampleRate));
+    putU32(header, static_cast<quint32>(sampleRate * channels * 4));
+    putU16(header, static_cast<quint16>(channels * 4));
+    putU16(header, 32);
+    header.append("data");
+    putU32(header, dataBytes);
+
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    QByteArray body(dataBytes, Qt::Uninitialized);
+    for (size_t i = 0; i < samples.size(); ++i)
+        qToLittleEndian(samples[i], body.data() + i * sizeof(float));
+    return file.write(header) == header.size() && file.write(body) == body.size();
+}
+
+QString TestAudio::encode(const QString &ffmpegPath, const QString &wavPath,
+                          const QString &outputPath)
+{
+    const QString extension = QFileInfo(outputPath).suffix().toLower();
+    QStringList codec;
+    if (extension == u"mp3")
+        codec = {QStringLiteral("-c:a"), QStringLiteral("libmp3lame"), QStringLiteral("-q:a"),
+                 QStringLiteral("2")};
+    else if (extension == u"m4a")
+        codec = {QStringLiteral("-c:a"), QStringLiteral("aac"), QStringLiteral("-b:a"),
+                 QStringLiteral("256k")};
+    else if (extension == u"wav")
+        codec = {QStringLiteral("-c:a"), QStringLiteral("pcm_s16le")};
+    else
+        codec = {QStringLiteral("-c:a"), QStringLiteral("pcm_s24be")};
+
+    const FFmpegRunner runner(ffmpegPath);
+    const CancellationToken never;
+    try {
+        const FFmpegResult result =
+            runner.run(QStringList{QStringLiteral("-y"), QStringLiteral("-hide_banner"),
+                                   QStringLiteral("-nostats"), QStringLiteral("-i"), wavPath} +
+                           codec + QStringList{outputPath},
+                       never);
+        return result.exitCode == 0 ? QString() : result.standardError;
+    } catch (const EngineError &error) {
+        return error.describe();
+    }
+}

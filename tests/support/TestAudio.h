@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+// Test inputs made on the spot: WAV files of sine tones, noise and silence at
+// exact levels, and the other formats encoded from them by the bundled ffmpeg.
+// No test reads audio from outside the repository.
+class TestAudio
+{
+public:
+    struct Segment
+    {
+        enum class Kind
+        {
+            Sine,
+            Noise,
+            Silence,
+        };
+        Kind kind = Kind::Sine;
+        // Sine: peak level. Noise: RMS level. Both in dBFS; ignored for silence.
+        double levelDBFS = -20;
+        double seconds = 1;
+        double frequency = 1000;
+
+        static Segment sine(double levelDBFS, double seconds, double frequency = 1000)
+        {
+            return {Kind::Sine, levelDBFS, seconds, frequency};
+        }
+        static Segment noise(double levelDBFS, double seconds)
+        {
+            return {Kind::Noise, levelDBFS, seconds, 0};
+        }
+        static Segment silence(double seconds) { return {Kind::Silence, 0, seconds, 0}; }
+    };
+
+    // 32-bit float WAV with the same signal, in phase, on every channel.
+    // Returns false when the file cannot be written.
+    static bool writeWav(const QString &path, int sampleRate, int channels,
+                         const std::vector<Segment> &segments);
+
+    // Encodes a WAV into the container its extension names (aiff, aif, caf,
+    // mp3, m4a, or wav as 16-bit PCM) with the bundled ffmpeg. Empty on
+    // success, else ffmpeg's complaint.
+    static QString encode(const QString &ffmpegPath, const QString &wavPath,
+                          const QString &outputPath);
+};
