@@ -3,6 +3,7 @@
 
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegError.h"
+#include "engine/SystemError.h"
 
 #include <QByteArrayList>
 #include <QFile>
@@ -12,7 +13,6 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -27,11 +27,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
-
-QString systemErrorText(int error)
-{
-    return QString::fromLocal8Bit(std::strerror(error));
-}
 
 // A file descriptor that closes itself.
 class Fd

@@ -5,8 +5,10 @@
 #include "engine/EngineError.h"
 #include "engine/FFmpegRunner.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QtEndian>
 
 #include <algorithm>
@@ -50,6 +52,10 @@ bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
                 value = amplitude * std::sin(phase);
                 phase = std::fmod(phase + step, 2 * std::numbers::pi);
                 break;
+            case Segment::Kind::Square:
+                value = std::sin(phase) >= 0 ? amplitude : -amplitude;
+                phase = std::fmod(phase + step, 2 * std::numbers::pi);
+                break;
             case Segment::Kind::Noise:
                 value = std::clamp(amplitude * gaussian(random), -1.0, 1.0);
                 break;
@@ -85,6 +91,103 @@ bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
     return file.write(header) == header.size() && file.write(body) == body.size();
 }
 
+namespace {
+
+QString runFFmpeg(const QString &ffmpegPath, const QStringList &arguments)
+{
+    const FFmpegRunner runner(ffmpegPath);
+    const CancellationToken never;
+    try {
+        const FFmpegResult result =
+            runner.run(QStringList{QStringLiteral("-y"), QStringLiteral("-hide_banner"),
+                                   QStringLiteral("-nostats")} +
+                           arguments,
+                       never);
+        return result.exitCode == 0 ? QString() : result.standardError;
+    } catch (const EngineError &error) {
+        return error.describe();
+    }
+}
+
+QByteArray coverPng()
+{
+    QImage image(64, 64, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, qRgb(x * 4, y * 4, 128));
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return png;
+}
+
+QByteArray syncSafe(quint32 value)
+{
+    QByteArray bytes(4, 0);
+    for (int i = 3; i >= 0; --i) {
+        bytes[i] = static_cast<char>(value & 0x7f);
+        value >>= 7;
+    }
+    return bytes;
+}
+
+// An ID3v2.3 tag holding one APIC frame (front cover, PNG).
+QByteArray id3WithCover()
+{
+    QByteArray body;
+    body.append('\0');                     // text encoding: ISO-8859-1
+    body.append("image/png").append('\0'); // MIME type
+    body.append('\x03');                   // picture type: front cover
+    body.append('\0');                     // empty description
+    body.append(coverPng());
+
+    QByteArray frame("APIC");
+    char size[4];
+    qToBigEndian(static_cast<quint32>(body.size()), size);
+    frame.append(size, 4).append(2, '\0').append(body);
+
+    QByteArray tag("ID3");
+    tag.append('\x03').append('\0').append('\0');
+    tag.append(syncSafe(static_cast<quint32>(frame.size()))).append(frame);
+    return tag;
+}
+
+} // namespace
+
+QString TestAudio::encodeWithCover(const QString &ffmpegPath, const QString &wavPath,
+                                   const QString &outputPath)
+{
+    const QString bareMp3 = outputPath + QStringLiteral(".bare.mp3");
+    QString problem = runFFmpeg(ffmpegPath, {QStringLiteral("-i"), wavPath, QStringLiteral("-c:a"),
+                                             QStringLiteral("libmp3lame"), QStringLiteral("-q:a"),
+                                             QStringLiteral("2"), QStringLiteral("-id3v2_version"),
+                                             QStringLiteral("0"), bareMp3});
+    if (!problem.isEmpty())
+        return problem;
+    QFile bare(bareMp3);
+    if (!bare.open(QIODevice::ReadOnly))
+        return QStringLiteral("cannot read ") + bareMp3;
+    const QByteArray audio = bare.readAll();
+    bare.remove();
+
+    const bool wantsM4a = outputPath.endsWith(QStringLiteral(".m4a"), Qt::CaseInsensitive);
+    const QString taggedMp3 = wantsM4a ? outputPath + QStringLiteral(".tagged.mp3") : outputPath;
+    QFile tagged(taggedMp3);
+    if (!tagged.open(QIODevice::WriteOnly) || tagged.write(id3WithCover() + audio) < 0)
+        return QStringLiteral("cannot write ") + taggedMp3;
+    tagged.close();
+    if (!wantsM4a)
+        return {};
+
+    problem = runFFmpeg(ffmpegPath,
+                        {QStringLiteral("-i"), taggedMp3, QStringLiteral("-c:a"),
+                         QStringLiteral("aac"), QStringLiteral("-b:a"), QStringLiteral("256k"),
+                         QStringLiteral("-c:v"), QStringLiteral("copy"), outputPath});
+    QFile::remove(taggedMp3);
+    return problem;
+}
+
 QString TestAudio::encode(const QString &ffmpegPath, const QString &wavPath,
                           const QString &outputPath)
 {
@@ -101,16 +204,6 @@ QString TestAudio::encode(const QString &ffmpegPath, const QString &wavPath,
     else
         codec = {QStringLiteral("-c:a"), QStringLiteral("pcm_s24be")};
 
-    const FFmpegRunner runner(ffmpegPath);
-    const CancellationToken never;
-    try {
-        const FFmpegResult result =
-            runner.run(QStringList{QStringLiteral("-y"), QStringLiteral("-hide_banner"),
-                                   QStringLiteral("-nostats"), QStringLiteral("-i"), wavPath} +
-                           codec + QStringList{outputPath},
-                       never);
-        return result.exitCode == 0 ? QString() : result.standardError;
-    } catch (const EngineError &error) {
-        return error.describe();
-    }
+    return runFFmpeg(ffmpegPath,
+                     QStringList{QStringLiteral("-i"), wavPath} + codec + QStringList{outputPath});
 }

@@ -17,11 +17,12 @@ public:
         enum class Kind
         {
             Sine,
+            Square,
             Noise,
             Silence,
         };
         Kind kind = Kind::Sine;
-        // Sine: peak level. Noise: RMS level. Both in dBFS; ignored for silence.
+        // Sine and square: peak level. Noise: RMS level. dBFS; ignored for silence.
         double levelDBFS = -20;
         double seconds = 1;
         double frequency = 1000;
@@ -29,6 +30,10 @@ public:
         static Segment sine(double levelDBFS, double seconds, double frequency = 1000)
         {
             return {Kind::Sine, levelDBFS, seconds, frequency};
+        }
+        static Segment square(double levelDBFS, double seconds, double frequency = 1000)
+        {
+            return {Kind::Square, levelDBFS, seconds, frequency};
         }
         static Segment noise(double levelDBFS, double seconds)
         {
@@ -47,4 +52,9 @@ public:
     // success, else ffmpeg's complaint.
     static QString encode(const QString &ffmpegPath, const QString &wavPath,
                           const QString &outputPath);
+
+    // An MP3 (or, through it, an M4A) that carries a PNG as its front cover,
+    // the way taggers store album art. Empty on success, else what failed.
+    static QString encodeWithCover(const QString &ffmpegPath, const QString &wavPath,
+                                   const QString &outputPath);
 };

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/LoudnessMeasurement.h"
+#include "model/AudioCategory.h"
+#include "model/OutputFormatMode.h"
+#include "model/ProcessingResult.h"
+#include "model/ProcessingStatus.h"
+#include "model/SourceAudioFormat.h"
+
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+// One entry of the queue. A value: the queue changes an item by replacing the
+// element with the same id, and work that finishes later finds its item by id.
+struct AudioFileItem
+{
+    QUuid id;
+    // Absolute path of the file as given or as found by a folder scan.
+    QString sourceURL;
+    // What the user sees and what the output mirrors: the file name for a
+    // file added on its own, the path below the folder for one found in a
+    // folder, joined by "/".
+    QString relativePath;
+    SourceAudioFormat sourceFormat;
+    AudioCategory category;
+    std::optional<double> measuredLUFS;
+    std::optional<LoudnessMeasurement> measurement;
+    OutputFormatMode resolvedOutputFormat;
+    ProcessingStatus status;
+    std::optional<ProcessingResult> result;
+    std::optional<QString> errorDetails;
+
+    friend bool operator==(const AudioFileItem &, const AudioFileItem &) = default;
+};

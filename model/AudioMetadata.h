@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace AudioMetadata {
+
+// The sample rate the file's container declares, in hertz, read with the
+// bundled libavformat. Absent for anything unreadable or not audio; never
+// throws. Only the header is read.
+std::optional<int> sampleRate(const QString &path);
+
+// A declared rate as a whole number of hertz: halves away from zero; absent
+// for zero, negative or non-finite rates.
+std::optional<int> roundedSampleRate(double hertz);
+
+} // namespace AudioMetadata

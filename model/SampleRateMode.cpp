@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/SampleRateMode.h"
+
+#include "localization/L.h"
+#include "model/RawValues.h"
+
+namespace SampleRateModes {
+
+QString rawValue(SampleRateMode mode)
+{
+    switch (mode) {
+    case SampleRateMode::PreserveOriginal:
+        return QStringLiteral("preserveOriginal");
+    case SampleRateMode::Rate44100:
+        return QStringLiteral("rate44100");
+    case SampleRateMode::Rate48000:
+        return QStringLiteral("rate48000");
+    }
+    return {};
+}
+
+std::optional<SampleRateMode> fromRawValue(QStringView text)
+{
+    return enumFromRawValue(all, text, rawValue);
+}
+
+QString label(SampleRateMode mode)
+{
+    return L::sampleRateLabel(mode);
+}
+
+std::optional<int> fixedRate(SampleRateMode mode)
+{
+    switch (mode) {
+    case SampleRateMode::PreserveOriginal:
+        return std::nullopt;
+    case SampleRateMode::Rate44100:
+        return 44100;
+    case SampleRateMode::Rate48000:
+        return 48000;
+    }
+    return std::nullopt;
+}
+
+} // namespace SampleRateModes

@@ -1,0 +1,433 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The processing pass's command lines, results and file handling, with a stand-in ffmpeg.
+#include "engine/LoudnessProcessingService.h"
+
+#include "FakeFFmpegRunner.h"
+#include "FakeLoudnessAnalyzer.h"
+#include "TestAudio.h"
+#include "TestEnvironment.h"
+#include "engine/CancellationToken.h"
+#include "engine/ProcessingError.h"
+#include "engine/SystemError.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+#include <limits>
+
+namespace {
+
+const LoudnessMeasurement quietFile{-20.5, -8.25, 7.1, -31.0, 0.3};
+// Too loud a peak for -14 LUFS under -1 dBTP: limited to -18 LUFS.
+const LoudnessMeasurement peakyFile{-20.0, -3.0, 7.1, -31.0, 0.3};
+const LoudnessMeasurement silentFile{-std::numeric_limits<double>::infinity(),
+                                     -std::numeric_limits<double>::infinity(), 0, -70,
+                                     std::numeric_limits<double>::infinity()};
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+QStringList temporaryFilesBelow(const QString &folder)
+{
+    QStringList found;
+    const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : names)
+        if (name.startsWith(LoudnessProcessingService::temporaryPrefix))
+            found << name;
+    return found;
+}
+
+ProcessingSettings streamingSettings()
+{
+    ProcessingSettings settings;
+    settings.selectedPreset = *LoudnessPreset::builtIn(u"streaming");
+    settings.sampleRateMode = SampleRateMode::Rate48000;
+    return settings;
+}
+
+} // namespace
+
+class LoudnessProcessingServiceTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    std::shared_ptr<FakeFFmpegRunner> m_runner;
+    std::shared_ptr<FakeLoudnessAnalyzer> m_analyzer;
+    QString m_source;
+
+    LoudnessProcessingService service() const { return {m_runner, m_analyzer}; }
+
+    AudioFileItem item(std::optional<LoudnessMeasurement> measurement) const
+    {
+        return {QUuid::createUuid(),
+                m_source,
+                QStringLiteral("Take 1.wav"),
+                SourceAudioFormat::Wav,
+                AudioCategory::Other,
+                std::nullopt,
+                measurement,
+                OutputFormatMode::KeepOriginal,
+                ProcessingStatus::ready(),
+                std::nullopt,
+                std::nullopt};
+    }
+
+    // ffmpeg's part: write the file it was given last, then exit.
+    void ffmpegWrites(const QByteArray &bytes, int exitCode = 0,
+                      CancellationToken *cancelDuringRun = nullptr)
+    {
+        m_runner->respond = [=](const QStringList &arguments) {
+            QFile output(arguments.last());
+            if (output.open(QIODevice::WriteOnly))
+                output.write(bytes);
+            if (cancelDuringRun)
+                cancelDuringRun->cancel();
+            return FFmpegResult{exitCode, {}, QStringLiteral("ffmpeg's complaint")};
+        };
+    }
+
+    QStringList lastArguments() const { return m_runner->calls().last().arguments; }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(TestEnvironment::commaLocaleActiveAsRequested());
+        m_source = m_dir.filePath(QStringLiteral("Take 1.wav"));
+        QVERIFY(TestAudio::writeWav(m_source, 44100, 2, {TestAudio::Segment::sine(-20, 0.5)}));
+    }
+
+    void init()
+    {
+        m_runner = std::make_shared<FakeFFmpegRunner>();
+        m_analyzer = std::make_shared<FakeLoudnessAnalyzer>();
+        ffmpegWrites("new output");
+    }
+
+    void cleanup()
+    {
+        QVERIFY(temporaryFilesBelow(m_dir.path()).isEmpty());
+        QVERIFY(temporaryFilesBelow(m_dir.filePath(QStringLiteral("out"))).isEmpty());
+    }
+
+    void commandLines_data()
+    {
+        QTest::addColumn<bool>("normalize");
+        QTest::addColumn<std::optional<LoudnessMeasurement>>("measurement");
+        QTest::addColumn<SampleRateMode>("rateMode");
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<QStringList>("codec");
+        QTest::addColumn<QStringList>("expectedMiddle");
+
+        const QStringList pcm24{QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")};
+        const QStringList lame{QStringLiteral("-c:a"), QStringLiteral("libmp3lame"),
+                               QStringLiteral("-q:a"), QStringLiteral("2")};
+        const QString filter =
+            QStringLiteral("loudnorm=I=-14.00:TP=-1.00:LRA=7.10:measured_I=-20.50:measured_LRA=7."
+                           "10:measured_TP=-8.25:"
+                           "measured_thresh=-31.00:offset=0.30:linear=true:print_format=summary");
+
+        QTest::newRow("conversion to 24-bit wav")
+            << false << std::optional<LoudnessMeasurement>() << SampleRateMode::Rate48000 << "wav"
+            << pcm24
+            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000")} + pcm24 +
+                QStringList{QStringLiteral("-vn")});
+        QTest::newRow("normalising to mp3 keeps cover art")
+            << true << std::optional(quietFile) << SampleRateMode::Rate44100 << "mp3" << lame
+            << (QStringList{QStringLiteral("-af"), filter, QStringLiteral("-ar"),
+                            QStringLiteral("44100")} +
+                lame + QStringList{QStringLiteral("-c:v"), QStringLiteral("copy")});
+        QTest::newRow("source rate read from the file")
+            << true << std::optional(quietFile) << SampleRateMode::PreserveOriginal << "wav"
+            << pcm24
+            << (QStringList{QStringLiteral("-af"), filter, QStringLiteral("-ar"),
+                            QStringLiteral("44100")} +
+                pcm24 + QStringList{QStringLiteral("-vn")});
+        QTest::newRow("silence converts without a filter")
+            << true << std::optional(silentFile) << SampleRateMode::Rate48000 << "wav" << pcm24
+            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000")} + pcm24 +
+                QStringList{QStringLiteral("-vn")});
+    }
+
+    void commandLines()
+    {
+        QFETCH(bool, normalize);
+        QFETCH(std::optional<LoudnessMeasurement>, measurement);
+        QFETCH(SampleRateMode, rateMode);
+        QFETCH(QString, extension);
+        QFETCH(QStringList, codec);
+        QFETCH(QStringList, expectedMiddle);
+
+        ProcessingSettings settings = streamingSettings();
+        settings.normalizeLoudness = normalize;
+        settings.sampleRateMode = rateMode;
+        const QString destination = m_dir.filePath(QStringLiteral("out/sub/Take 1.") + extension);
+        service().process(item(measurement), destination, {extension, codec}, settings,
+                          CancellationToken());
+
+        QStringList arguments = lastArguments();
+        const QString temporary = arguments.takeLast();
+        QCOMPARE(arguments,
+                 QStringList({QStringLiteral("-y"), QStringLiteral("-hide_banner"),
+                              QStringLiteral("-nostats"), QStringLiteral("-i"), m_source}) +
+                     expectedMiddle);
+        QCOMPARE(QFileInfo(temporary).path(), QFileInfo(destination).path());
+        QVERIFY2(
+            QRegularExpression(
+                QStringLiteral("^\\.tbpart-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}-Take 1\\.") +
+                extension + u'$')
+                .match(QFileInfo(temporary).fileName())
+                .hasMatch(),
+            qPrintable(temporary));
+        QCOMPARE(contents(destination), QByteArray("new output"));
+        QCOMPARE(m_analyzer->calls(), 0);
+    }
+
+    void unreadableSourceRateFallsBackTo48k()
+    {
+        const QString notAudio = m_dir.filePath(QStringLiteral("notes.wav"));
+        write(notAudio, "plain text");
+        ProcessingSettings settings = streamingSettings();
+        settings.sampleRateMode = SampleRateMode::PreserveOriginal;
+        AudioFileItem textItem = item(quietFile);
+        textItem.sourceURL = notAudio;
+        service().process(
+            textItem, m_dir.filePath(QStringLiteral("out/notes.wav")),
+            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s16le")}},
+            settings, CancellationToken());
+        const QStringList arguments = lastArguments();
+        QCOMPARE(arguments.at(arguments.indexOf(QStringLiteral("-ar")) + 1),
+                 QStringLiteral("48000"));
+    }
+
+    void results_data()
+    {
+        QTest::addColumn<bool>("normalize");
+        QTest::addColumn<std::optional<LoudnessMeasurement>>("stored");
+        QTest::addColumn<LoudnessMeasurement>("measuredNow");
+        QTest::addColumn<ProcessingResult>("expected");
+
+        const std::optional<LoudnessMeasurement> none;
+        const QString name = QStringLiteral("Take 1.wav");
+        const QString tail =
+            QStringLiteral(" \u2192 could not reach target without exceeding the true peak "
+                           "ceiling. Normalized to the highest safe level.");
+        using O = ProcessingOutcome;
+        QTest::newRow("conversion has no figures")
+            << false << none << quietFile
+            << ProcessingResult{name, name, {}, {}, {}, {}, O::Success, {}};
+        QTest::newRow("reached target")
+            << true << std::optional(quietFile) << quietFile
+            << ProcessingResult{name, name, -20.5, -14.0, 6.5, -1.75, O::Success, {}};
+        QTest::newRow("limited, stored loudness in the warning")
+            << true << std::optional(peakyFile) << peakyFile
+            << ProcessingResult{name, name, -20.0,          -18.0,
+                                2.0,  -1.0, O::PeakLimited, QStringLiteral("Target -20.00") + tail};
+        QTest::newRow("limited, measured during the call: 0.00 in the warning")
+            << true << none << peakyFile
+            << ProcessingResult{name, name, -20.0,          -18.0,
+                                2.0,  -1.0, O::PeakLimited, QStringLiteral("Target 0.00") + tail};
+        QTest::newRow("silence: unity gain, no figures that are not finite")
+            << true << std::optional(silentFile) << silentFile
+            << ProcessingResult{name, name, {}, {}, 0.0, {}, O::Success, {}};
+    }
+
+    void results()
+    {
+        QFETCH(bool, normalize);
+        QFETCH(std::optional<LoudnessMeasurement>, stored);
+        QFETCH(LoudnessMeasurement, measuredNow);
+        QFETCH(ProcessingResult, expected);
+
+        m_analyzer->respond = [=](const QString &, const CancellationToken &) {
+            return measuredNow;
+        };
+        ProcessingSettings settings = streamingSettings();
+        settings.normalizeLoudness = normalize;
+        const ProcessingResult result = service().process(
+            item(stored), m_dir.filePath(QStringLiteral("out/Take 1.wav")),
+            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+            settings, CancellationToken());
+        QCOMPARE(result.outcome, expected.outcome);
+        QCOMPARE(result.warningMessage, expected.warningMessage);
+        QCOMPARE(result, expected);
+        QCOMPARE(m_analyzer->calls(), normalize && !stored ? 1 : 0);
+    }
+
+    // What each failure leaves behind: an existing output survives anything short of success.
+    void failures_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::addColumn<ProcessingError::Kind>("kind");
+        QTest::addColumn<int>("ffmpegRuns");
+
+        using K = ProcessingError::Kind;
+        QTest::newRow("ffmpeg fails") << "exit 1" << K::FFmpegFailed << 1;
+        QTest::newRow("cancelled while ffmpeg ran, though it exited 0")
+            << "cancel in run" << K::Cancelled << 1;
+        QTest::newRow("cancelled during measuring") << "cancel in analysis" << K::Cancelled << 0;
+        QTest::newRow("measuring fails") << "analysis fails" << K::AnalysisFailed << 0;
+        QTest::newRow("destination is a folder") << "folder in the way" << K::WriteFailed << 1;
+    }
+
+    void failures()
+    {
+        QFETCH(QString, scenario);
+        QFETCH(ProcessingError::Kind, kind);
+        QFETCH(int, ffmpegRuns);
+
+        const QString folder = m_dir.filePath(QStringLiteral("out"));
+        QVERIFY(QDir().mkpath(folder));
+        QString destination = folder + QStringLiteral("/Take 1.wav");
+        write(destination, "previous output");
+
+        CancellationToken token;
+        if (scenario == u"exit 1")
+            ffmpegWrites("partial", 1);
+        if (scenario == u"cancel in run")
+            ffmpegWrites("complete", 0, &token);
+        if (scenario == u"cancel in analysis")
+            m_analyzer->respond = [&token](const QString &, const CancellationToken &) {
+                token.cancel();
+                return quietFile;
+            };
+        if (scenario == u"analysis fails")
+            m_analyzer->respond = [](const QString &,
+                                     const CancellationToken &) -> LoudnessMeasurement {
+                throw FFmpegError::binaryNotFound();
+            };
+        if (scenario == u"folder in the way") {
+            destination = folder + QStringLiteral("/Take 1 folder.wav");
+            QVERIFY(QDir().mkpath(destination + QStringLiteral("/keep")));
+        }
+
+        try {
+            service().process(
+                item(std::nullopt), destination,
+                {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+                streamingSettings(), token);
+            QFAIL("expected a failure");
+        } catch (const ProcessingError &error) {
+            QCOMPARE(error.kind(), kind);
+            if (kind == ProcessingError::Kind::FFmpegFailed)
+                QCOMPARE(error,
+                         ProcessingError::ffmpegFailed(1, QStringLiteral("ffmpeg's complaint")));
+            if (kind == ProcessingError::Kind::AnalysisFailed)
+                QCOMPARE(error.text(), QStringLiteral("FFmpegError.binaryNotFound"));
+            if (kind == ProcessingError::Kind::WriteFailed)
+                QVERIFY2(error.text().startsWith(systemErrorText(EISDIR)),
+                         qPrintable(error.text()));
+        }
+        QCOMPARE(m_runner->calls().size(), ffmpegRuns);
+        if (scenario == u"folder in the way")
+            QVERIFY(QFileInfo(destination + QStringLiteral("/keep")).isDir());
+        else
+            QCOMPARE(contents(destination), QByteArray("previous output"));
+        QFile::remove(folder + QStringLiteral("/Take 1.wav"));
+    }
+
+    void successReplacesAnExistingOutput()
+    {
+        const QString destination = m_dir.filePath(QStringLiteral("out/Take 1.wav"));
+        QVERIFY(QDir().mkpath(QFileInfo(destination).path()));
+        write(destination, "previous output");
+        service().process(
+            item(quietFile), destination,
+            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+            streamingSettings(), CancellationToken());
+        QCOMPARE(contents(destination), QByteArray("new output"));
+    }
+
+    void destinationThatIsTheSourceIsRefused_data()
+    {
+        QTest::addColumn<QString>("spelling");
+        QTest::newRow("same path") << QStringLiteral("%1/Take 1.wav");
+        QTest::newRow("through dot") << QStringLiteral("%1/./Take 1.wav");
+        QTest::newRow("through dot-dot") << QStringLiteral("%1/out/../Take 1.wav");
+    }
+
+    void destinationThatIsTheSourceIsRefused()
+    {
+        QFETCH(QString, spelling);
+        const QByteArray before = contents(m_source);
+        for (bool normalize : {false, true}) {
+            ProcessingSettings settings = streamingSettings();
+            settings.normalizeLoudness = normalize;
+            try {
+                service().process(
+                    item(std::nullopt), spelling.arg(m_dir.path()),
+                    {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+                    settings, CancellationToken());
+                QFAIL("expected a refusal");
+            } catch (const ProcessingError &error) {
+                QCOMPARE(error, ProcessingError::destinationEqualsSource());
+            }
+        }
+        QCOMPARE(m_runner->calls().size(), 0);
+        QCOMPARE(m_analyzer->calls(), 0);
+        QCOMPARE(contents(m_source), before);
+    }
+
+    void folderThatCannotBeCreatedIsAWriteFailure()
+    {
+        const QString blocker = m_dir.filePath(QStringLiteral("blocker"));
+        write(blocker, "a file where a folder should go");
+        try {
+            service().process(
+                item(quietFile), blocker + QStringLiteral("/sub/Take 1.wav"),
+                {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+                streamingSettings(), CancellationToken());
+            QFAIL("expected a write failure");
+        } catch (const ProcessingError &error) {
+            QCOMPARE(error.kind(), ProcessingError::Kind::WriteFailed);
+            QVERIFY2(error.text().startsWith(systemErrorText(ENOTDIR)), qPrintable(error.text()));
+        }
+        QCOMPARE(m_runner->calls().size(), 0);
+    }
+
+    void runnerErrorsPassThroughUnchanged()
+    {
+        m_runner->respond = [](const QStringList &) -> FFmpegResult {
+            throw FFmpegError::launchFailed(QStringLiteral("Permission denied"));
+        };
+        try {
+            service().process(
+                item(quietFile), m_dir.filePath(QStringLiteral("out/Take 1.wav")),
+                {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+                streamingSettings(), CancellationToken());
+            QFAIL("expected the runner's error");
+        } catch (const FFmpegError &error) {
+            QCOMPARE(error, FFmpegError::launchFailed(QStringLiteral("Permission denied")));
+        }
+    }
+
+    void temporaryNameFitsTheFileSystem()
+    {
+        const QString longName = QString(120, QChar(0x0416)) + QStringLiteral(".wav"); // 244 bytes
+        const QString temporary =
+            LoudnessProcessingService::temporaryPath(QStringLiteral("/out/") + longName);
+        const QString name = QFileInfo(temporary).fileName();
+        QVERIFY(QFile::encodeName(name).size() <= 255);
+        QVERIFY(name.startsWith(QStringLiteral(".tbpart-")));
+        QVERIFY(name.endsWith(QStringLiteral("\u0416.wav")));
+        QCOMPARE(QFileInfo(temporary).path(), QStringLiteral("/out"));
+    }
+};
+
+QTEST_GUILESS_MAIN(LoudnessProcessingServiceTest)
+#include "LoudnessProcessingServiceTest.moc"

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/LoudnessPreset.h"
+#include "model/AudioFileItem.h"
+#include "model/ProcessingSettings.h"
+
+#include <QTest>
+
+class ModelValuesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void formatFromFileName_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<std::optional<SourceAudioFormat>>("format");
+
+        QTest::newRow("AIF is aif") << "Take.AIF" << std::optional(SourceAudioFormat::Aif);
+        QTest::newRow("aiff is aiff, not aif")
+            << "Take.aiff" << std::optional(SourceAudioFormat::Aiff);
+        QTest::newRow("any case") << "Take.Wav" << std::optional(SourceAudioFormat::Wav);
+        QTest::newRow("last dot decides")
+            << "Take.mp3.m4a" << std::optional(SourceAudioFormat::M4a);
+        QTest::newRow("flac") << "Take.flac" << std::optional<SourceAudioFormat>();
+        QTest::newRow("no extension") << "Take" << std::optional<SourceAudioFormat>();
+        QTest::newRow("only a dot") << "Take." << std::optional<SourceAudioFormat>();
+    }
+
+    void formatFromFileName()
+    {
+        QFETCH(QString, name);
+        QFETCH(std::optional<SourceAudioFormat>, format);
+        QCOMPARE(SourceAudioFormats::fromFileName(name), format);
+    }
+
+    void rawValuesAreExact()
+    {
+        QCOMPARE(SourceAudioFormats::fromRawValue(u"WAV"), std::nullopt);
+        QCOMPARE(ProcessingOutcomes::fromRawValue(u"Peak limited"),
+                 std::optional(ProcessingOutcome::PeakLimited));
+        QCOMPARE(ProcessingOutcomes::fromRawValue(u"peak limited"), std::nullopt);
+        QCOMPARE(OutputFormatModes::fromRawValue(u"keepOriginal"),
+                 std::optional(OutputFormatMode::KeepOriginal));
+        QCOMPARE(OutputFormatModes::fromRawValue(u"KeepOriginal"), std::nullopt);
+        QCOMPARE(SampleRateModes::fromRawValue(u"rate44100"),
+                 std::optional(SampleRateMode::Rate44100));
+        QCOMPARE(OutputBitDepths::fromRawValue(24), std::optional(OutputBitDepth::Bit24));
+        QCOMPARE(OutputBitDepths::fromRawValue(32), std::nullopt);
+        QCOMPARE(OutputBitDepths::label(OutputBitDepth::Bit16), QStringLiteral("16-bit"));
+        QCOMPARE(AudioCategories::fromRawValue(u"sfx"), std::optional(AudioCategory::Sfx));
+    }
+
+    void defaultsNormaliseTheatreAmbience()
+    {
+        const ProcessingSettings settings;
+        QVERIFY(settings.normalizeLoudness);
+        QCOMPARE(settings.selectedPreset.id, QStringLiteral("theatre_ambience"));
+        QCOMPARE(settings.effectiveTargetLUFS(), -32.0);
+        QCOMPARE(settings.truePeakCeiling, -1.0);
+        QCOMPARE(settings.sampleRateMode, SampleRateMode::PreserveOriginal);
+        QCOMPARE(settings.bitDepth, OutputBitDepth::Bit24);
+        QCOMPARE(settings.outputFormatMode, OutputFormatMode::KeepOriginal);
+        QVERIFY(!settings.outputFolderURL);
+        QVERIFY(!settings.addPrefix);
+        QCOMPARE(settings.prefix, QStringLiteral("LUFS_"));
+    }
+
+    void effectiveTarget_data()
+    {
+        QTest::addColumn<LoudnessPreset>("preset");
+        QTest::addColumn<double>("target");
+        QTest::newRow("built-in") << *LoudnessPreset::builtIn(u"podcast") << -16.0;
+        QTest::newRow("custom") << *LoudnessPreset::builtIn(u"custom") << -18.5;
+        QTest::newRow("custom even with a target")
+            << LoudnessPreset{QStringLiteral("x"), QStringLiteral("X"), -9.0, true} << -18.5;
+        QTest::newRow("no target, not custom")
+            << LoudnessPreset{QStringLiteral("x"), QStringLiteral("X"), std::nullopt, false}
+            << -18.5;
+    }
+
+    void effectiveTarget()
+    {
+        QFETCH(LoudnessPreset, preset);
+        QFETCH(double, target);
+        ProcessingSettings settings;
+        settings.selectedPreset = preset;
+        settings.customTargetLUFS = -18.5;
+        QCOMPARE(settings.effectiveTargetLUFS(), target);
+    }
+
+    void presetLabels()
+    {
+        QCOMPARE(LoudnessPreset::builtIn().size(), 7);
+        QCOMPARE(LoudnessPreset::builtIn(u"streaming")->localizedDisplayLabel(),
+                 QStringLiteral("Streaming -14 LUFS"));
+        QCOMPARE(LoudnessPreset::builtIn(u"voice_dialogue")->localizedDisplayLabel(),
+                 QStringLiteral("Voice / Dialogue -23 LUFS"));
+        QCOMPARE(LoudnessPreset::builtIn(u"custom")->localizedDisplayLabel(),
+                 QStringLiteral("Custom"));
+        // The stored name shows only for presets that are not built in.
+        const LoudnessPreset renamed{QStringLiteral("podcast"), QStringLiteral("Something else"),
+                                     -16, false};
+        QCOMPARE(renamed.localizedName(), QStringLiteral("Podcast"));
+        const LoudnessPreset unknown{QStringLiteral("house"), QStringLiteral("House Style"), -20,
+                                     false};
+        QCOMPARE(unknown.localizedDisplayLabel(), QStringLiteral("House Style -20 LUFS"));
+    }
+
+    void equalityCoversEveryField()
+    {
+        ProcessingSettings a;
+        ProcessingSettings b;
+        QCOMPARE(a, b);
+        b.outputFolderURL = QStringLiteral("/out");
+        QVERIFY(a != b);
+
+        const ProcessingResult withLoudness{QStringLiteral("a.wav"),
+                                            QStringLiteral("a.wav"),
+                                            -20.0,
+                                            {},
+                                            {},
+                                            {},
+                                            ProcessingOutcome::Success,
+                                            {}};
+        ProcessingResult without = withLoudness;
+        without.originalLUFS.reset();
+        QVERIFY(withLoudness != without);
+
+        QVERIFY(ProcessingStatus::failed(QStringLiteral("a")) !=
+                ProcessingStatus::failed(QStringLiteral("b")));
+        QCOMPARE(ProcessingStatus::done(), ProcessingStatus::done());
+
+        const AudioFileItem first{QUuid::createUuid(),
+                                  QStringLiteral("/a.wav"),
+                                  QStringLiteral("a.wav"),
+                                  SourceAudioFormat::Wav,
+                                  AudioCategory::Other,
+                                  {},
+                                  {},
+                                  OutputFormatMode::KeepOriginal,
+                                  ProcessingStatus::ready(),
+                                  {},
+                                  {}};
+        AudioFileItem second = first;
+        QCOMPARE(first, second);
+        second.id = QUuid::createUuid();
+        QVERIFY(first != second);
+    }
+};
+
+QTEST_GUILESS_MAIN(ModelValuesTest)
+#include "ModelValuesTest.moc"
