@@ -5,26 +5,18 @@
 
 namespace AudioCategories {
 
+namespace {
+constexpr RawValueTable<all.size()> raw{u"music", u"ambience", u"sfx", u"voice", u"other"};
+}
+
 QString rawValue(AudioCategory category)
 {
-    switch (category) {
-    case AudioCategory::Music:
-        return QStringLiteral("music");
-    case AudioCategory::Ambience:
-        return QStringLiteral("ambience");
-    case AudioCategory::Sfx:
-        return QStringLiteral("sfx");
-    case AudioCategory::Voice:
-        return QStringLiteral("voice");
-    case AudioCategory::Other:
-        return QStringLiteral("other");
-    }
-    return {};
+    return rawValueIn(raw, category);
 }
 
 std::optional<AudioCategory> fromRawValue(QStringView text)
 {
-    return enumFromRawValue(all, text, rawValue);
+    return enumFromRawValue(all, raw, text);
 }
 
 } // namespace AudioCategories

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "model/RawValues.h"
-
 #include <QString>
 
 #include <array>
@@ -26,7 +24,9 @@ inline int rawValue(OutputBitDepth depth)
 
 inline std::optional<OutputBitDepth> fromRawValue(int bits)
 {
-    return enumFromRawValue(all, bits, rawValue);
+    return bits == 16   ? std::optional(OutputBitDepth::Bit16)
+           : bits == 24 ? std::optional(OutputBitDepth::Bit24)
+                        : std::nullopt;
 }
 
 // "16-bit", "24-bit".

@@ -5,26 +5,18 @@
 
 namespace OutputFormatModes {
 
+namespace {
+constexpr RawValueTable<all.size()> raw{u"keepOriginal", u"wav", u"aiff", u"mp3", u"caf"};
+}
+
 QString rawValue(OutputFormatMode mode)
 {
-    switch (mode) {
-    case OutputFormatMode::KeepOriginal:
-        return QStringLiteral("keepOriginal");
-    case OutputFormatMode::Wav:
-        return QStringLiteral("wav");
-    case OutputFormatMode::Aiff:
-        return QStringLiteral("aiff");
-    case OutputFormatMode::Mp3:
-        return QStringLiteral("mp3");
-    case OutputFormatMode::Caf:
-        return QStringLiteral("caf");
-    }
-    return {};
+    return rawValueIn(raw, mode);
 }
 
 std::optional<OutputFormatMode> fromRawValue(QStringView text)
 {
-    return enumFromRawValue(all, text, rawValue);
+    return enumFromRawValue(all, raw, text);
 }
 
 } // namespace OutputFormatModes

@@ -5,24 +5,18 @@
 
 namespace ProcessingOutcomes {
 
+namespace {
+constexpr RawValueTable<all.size()> raw{u"Success", u"Peak limited", u"Failed", u"Cancelled"};
+}
+
 QString rawValue(ProcessingOutcome outcome)
 {
-    switch (outcome) {
-    case ProcessingOutcome::Success:
-        return QStringLiteral("Success");
-    case ProcessingOutcome::PeakLimited:
-        return QStringLiteral("Peak limited");
-    case ProcessingOutcome::Failed:
-        return QStringLiteral("Failed");
-    case ProcessingOutcome::Cancelled:
-        return QStringLiteral("Cancelled");
-    }
-    return {};
+    return rawValueIn(raw, outcome);
 }
 
 std::optional<ProcessingOutcome> fromRawValue(QStringView text)
 {
-    return enumFromRawValue(all, text, rawValue);
+    return enumFromRawValue(all, raw, text);
 }
 
 } // namespace ProcessingOutcomes

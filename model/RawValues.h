@@ -3,19 +3,33 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 
-// The reverse of an enumeration's rawValue(): exact and case-sensitive, absent
-// for any text that is not one of the raw values.
-template<typename Enum, std::size_t N, typename Raw, typename RawValueOf>
-std::optional<Enum> enumFromRawValue(const std::array<Enum, N> &cases, const Raw &raw,
-                                     RawValueOf rawValue)
+// Raw values of an enumeration whose cases are numbered 0..N-1 in declaration
+// order, written once as a table in that order.
+template<std::size_t N>
+using RawValueTable = std::array<std::u16string_view, N>;
+
+template<typename Enum, std::size_t N>
+QString rawValueIn(const RawValueTable<N> &table, Enum value)
 {
-    for (Enum value : cases) {
-        if (raw == rawValue(value))
-            return value;
-    }
-    return std::nullopt;
+    return QStringView(table[static_cast<std::size_t>(value)]).toString();
+}
+
+// The reverse: exact and case-sensitive, absent for any text that is not one
+// of the raw values.
+template<typename Enum, std::size_t N>
+std::optional<Enum> enumFromRawValue(const std::array<Enum, N> &cases,
+                                     const RawValueTable<N> &table, QStringView text)
+{
+    const auto found = std::find_if(table.begin(), table.end(), [text](std::u16string_view raw) {
+        return QStringView(raw) == text;
+    });
+    if (found == table.end())
+        return std::nullopt;
+    return cases[static_cast<std::size_t>(found - table.begin())];
 }

@@ -6,22 +6,18 @@
 
 namespace SampleRateModes {
 
+namespace {
+constexpr RawValueTable<all.size()> raw{u"preserveOriginal", u"rate44100", u"rate48000"};
+}
+
 QString rawValue(SampleRateMode mode)
 {
-    switch (mode) {
-    case SampleRateMode::PreserveOriginal:
-        return QStringLiteral("preserveOriginal");
-    case SampleRateMode::Rate44100:
-        return QStringLiteral("rate44100");
-    case SampleRateMode::Rate48000:
-        return QStringLiteral("rate48000");
-    }
-    return {};
+    return rawValueIn(raw, mode);
 }
 
 std::optional<SampleRateMode> fromRawValue(QStringView text)
 {
-    return enumFromRawValue(all, text, rawValue);
+    return enumFromRawValue(all, raw, text);
 }
 
 QString label(SampleRateMode mode)

@@ -5,28 +5,18 @@
 
 namespace SourceAudioFormats {
 
+namespace {
+constexpr RawValueTable<all.size()> raw{u"wav", u"aiff", u"aif", u"mp3", u"m4a", u"caf"};
+}
+
 QString rawValue(SourceAudioFormat format)
 {
-    switch (format) {
-    case SourceAudioFormat::Wav:
-        return QStringLiteral("wav");
-    case SourceAudioFormat::Aiff:
-        return QStringLiteral("aiff");
-    case SourceAudioFormat::Aif:
-        return QStringLiteral("aif");
-    case SourceAudioFormat::Mp3:
-        return QStringLiteral("mp3");
-    case SourceAudioFormat::M4a:
-        return QStringLiteral("m4a");
-    case SourceAudioFormat::Caf:
-        return QStringLiteral("caf");
-    }
-    return {};
+    return rawValueIn(raw, format);
 }
 
 std::optional<SourceAudioFormat> fromRawValue(QStringView text)
 {
-    return enumFromRawValue(all, text, rawValue);
+    return enumFromRawValue(all, raw, text);
 }
 
 std::optional<SourceAudioFormat> fromFileName(QStringView fileName)

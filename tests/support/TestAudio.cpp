@@ -34,17 +34,61 @@ void putU16(QByteArray &out, quint16 value)
 
 } // namespace
 
+namespace {
+
+// Gaussian noise through a 4th-order low-pass at 12 kHz (or 0.4 x the rate),
+// scaled to the wanted RMS. Real material carries little above 20 kHz; white
+// noise at 96 kHz would put half its weighted energy there, which a later
+// resample to 44.1 kHz removes.
+std::vector<double> bandLimitedNoise(qint64 frames, int sampleRate, double rms,
+                                     std::mt19937 &random)
+{
+    std::normal_distribution<double> gaussian(0.0, 1.0);
+    const double cutoff = std::min(12000.0, 0.4 * sampleRate);
+    const double k = std::tan(std::numbers::pi * cutoff / sampleRate);
+    const double q = std::numbers::sqrt2 / 2;
+    const double norm = 1 / (1 + k / q + k * k);
+    const double b0 = k * k * norm, b1 = 2 * b0, b2 = b0;
+    const double a1 = 2 * (k * k - 1) * norm, a2 = (1 - k / q + k * k) * norm;
+    std::vector<double> out(static_cast<size_t>(frames));
+    double x1[2] = {}, x2[2] = {}, y1[2] = {}, y2[2] = {};
+    double energy = 0;
+    for (auto &sample : out) {
+        double x = gaussian(random);
+        for (int stage = 0; stage < 2; ++stage) {
+            const double y =
+                b0 * x + b1 * x1[stage] + b2 * x2[stage] - a1 * y1[stage] - a2 * y2[stage];
+            x2[stage] = x1[stage];
+            x1[stage] = x;
+            y2[stage] = y1[stage];
+            y1[stage] = y;
+            x = y;
+        }
+        sample = x;
+        energy += x * x;
+    }
+    const double scale = frames > 0 && energy > 0 ? rms / std::sqrt(energy / frames) : 0;
+    for (auto &sample : out)
+        sample = std::clamp(sample * scale, -1.0, 1.0);
+    return out;
+}
+
+} // namespace
+
 bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
                          const std::vector<Segment> &segments)
 {
     std::vector<float> samples;
     std::mt19937 random(12345);
-    std::normal_distribution<double> gaussian(0.0, 1.0);
     double phase = 0;
     for (const Segment &segment : segments) {
         const auto frames = static_cast<qint64>(std::llround(segment.seconds * sampleRate));
         const double amplitude = std::pow(10.0, segment.levelDBFS / 20.0);
         const double step = 2 * std::numbers::pi * segment.frequency / sampleRate;
+        const std::vector<double> noise =
+            segment.kind == Segment::Kind::Noise
+                ? bandLimitedNoise(frames, sampleRate, amplitude, random)
+                : std::vector<double>();
         for (qint64 i = 0; i < frames; ++i) {
             double value = 0;
             switch (segment.kind) {
@@ -57,7 +101,7 @@ bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
                 phase = std::fmod(phase + step, 2 * std::numbers::pi);
                 break;
             case Segment::Kind::Noise:
-                value = std::clamp(amplitude * gaussian(random), -1.0, 1.0);
+                value = noise[static_cast<size_t>(i)];
                 break;
             case Segment::Kind::Silence:
                 break;

@@ -44,6 +44,9 @@ configure_flags=(
     --enable-decoder=mjpeg,png
     --enable-parser=mpegaudio,aac
     --enable-encoder=pcm_s16le,pcm_s24le,pcm_s16be,pcm_s24be,libmp3lame,aac
+    # The measuring pass writes to the null muxer; a file with cover art maps
+    # the picture there too, and the null muxer takes video only as wrapped frames.
+    --enable-encoder=wrapped_avframe
     --enable-muxer=wav,aiff,mp3,ipod,mp4,caf,null
     --enable-protocol=file,pipe
     --enable-filter=loudnorm,volume,aresample,aformat,anull
