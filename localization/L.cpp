@@ -7,29 +7,245 @@ namespace L {
 
 namespace {
 
-QString tr(const char *text)
+QString translated(const char *text)
 {
     return QCoreApplication::translate("L", text);
 }
 
+// The catalogue picks the plural form for n; %n becomes n in plain digits.
+QString translated(const char *text, int n)
+{
+    return QCoreApplication::translate("L", text, nullptr, n);
+}
+
 } // namespace
+
+QString appSubtitle()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Batch loudness normalization and audio conversion"));
+}
+
+QString processingComplete()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Processing Complete"));
+}
+
+QString files(int n)
+{
+    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s)"), n);
+}
+
+QString folders(int n)
+{
+    return translated(QT_TRANSLATE_N_NOOP("L", "%n folder(s)"), n);
+}
+
+QString filesProcessed(int n)
+{
+    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s) processed"), n);
+}
+
+QString reachedTarget(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 reached target loudness")).arg(n);
+}
+
+QString converted(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 converted")).arg(n);
+}
+
+QString peakLimited(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 limited by true peak")).arg(n);
+}
+
+QString failedCount(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 failed")).arg(n);
+}
+
+QString revealOutputFolder()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Reveal Output Folder"));
+}
+
+QString processNewFiles()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Process New Files"));
+}
+
+QString panelSelectFiles()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Select audio files to add to the queue"));
+}
+
+QString panelSelectFolder()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Select a folder to scan for audio files"));
+}
+
+QString panelChooseDestination()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Choose where prepared audio will be saved"));
+}
+
+QString dropHere()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Drop audio files or folders here"));
+}
+
+QString filesLoaded(int n)
+{
+    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s) loaded"), n);
+}
+
+QString individualFiles()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Individual files"));
+}
+
+QString analyzeLoudness()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Analyze Loudness"));
+}
+
+QString processFiles(int n)
+{
+    return translated(QT_TRANSLATE_N_NOOP("L", "Process %n File(s)"), n);
+}
+
+QString filesReady(int n)
+{
+    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s) ready"), n);
+}
+
+QString analyzingProgress(int done, int total)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Analyzing loudness\u2026 %1/%2"))
+        .arg(done)
+        .arg(total);
+}
+
+QString processingProgress(int done, int total)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Processing %1 of %2")).arg(done).arg(total);
+}
+
+QString noOutputFolder()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "No output folder selected"));
+}
+
+QString added(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 added")).arg(n);
+}
+
+QString alreadyInQueue(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 already in queue")).arg(n);
+}
+
+QString unsupportedIgnored(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 unsupported ignored")).arg(n);
+}
+
+QString normalizeLoudness()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Normalize loudness"));
+}
+
+QString truePeakCeiling()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "True Peak Ceiling"));
+}
+
+QString noFolderSelected()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "No folder selected"));
+}
+
+QString revealWhenComplete()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Reveal in file manager when complete"));
+}
+
+QString noFilesInQueue()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "No files in queue"));
+}
+
+QString removeFromQueue()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Remove from queue"));
+}
+
+QString processSelected(int n)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Process Selected (%1)")).arg(n);
+}
+
+QString ofFiles(int done, int total)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 of %2 files")).arg(done).arg(total);
+}
+
+QString warnInsideSource()
+{
+    return translated(
+        QT_TRANSLATE_NOOP("L", "The output folder overlaps your imported files. Exports will "
+                               "be kept separate, but choosing a folder outside the source "
+                               "is recommended."));
+}
+
+QString warnNotWritable()
+{
+    return translated(QT_TRANSLATE_NOOP(
+        "L", "Tonbrook can't write to this folder. Choose a different destination."));
+}
+
+QString supportMenuItem()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Support the project"));
+}
+
+QString supportTitle()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Thank you for using Tonbrook"));
+}
+
+QString supportBody()
+{
+    return translated(QT_TRANSLATE_NOOP(
+        "L",
+        "Tonbrook is a free tool by Quillmere Tools. If it helps your work, you can support its "
+        "development with a tip or by subscribing to the channel. It's entirely optional \u2014 "
+        "and it helps new tools get made."));
+}
+
+QString supportChannelButton()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Subscribe to channel"));
+}
 
 std::optional<QString> presetName(QStringView presetId)
 {
     if (presetId == u"theatre_ambience")
-        return tr(QT_TRANSLATE_NOOP("L", "Theatre Ambience"));
+        return translated(QT_TRANSLATE_NOOP("L", "Theatre Ambience"));
     if (presetId == u"active_ambience")
-        return tr(QT_TRANSLATE_NOOP("L", "Active Ambience"));
+        return translated(QT_TRANSLATE_NOOP("L", "Active Ambience"));
     if (presetId == u"music_playback")
-        return tr(QT_TRANSLATE_NOOP("L", "Music / Playback"));
+        return translated(QT_TRANSLATE_NOOP("L", "Music / Playback"));
     if (presetId == u"voice_dialogue")
-        return tr(QT_TRANSLATE_NOOP("L", "Voice / Dialogue"));
+        return translated(QT_TRANSLATE_NOOP("L", "Voice / Dialogue"));
     if (presetId == u"podcast")
-        return tr(QT_TRANSLATE_NOOP("L", "Podcast"));
+        return translated(QT_TRANSLATE_NOOP("L", "Podcast"));
     if (presetId == u"streaming")
-        return tr(QT_TRANSLATE_NOOP("L", "Streaming"));
+        return translated(QT_TRANSLATE_NOOP("L", "Streaming"));
     if (presetId == u"custom")
-        return tr(QT_TRANSLATE_NOOP("L", "Custom"));
+        return translated(QT_TRANSLATE_NOOP("L", "Custom"));
     return std::nullopt;
 }
 
@@ -37,13 +253,259 @@ QString sampleRateLabel(SampleRateMode mode)
 {
     switch (mode) {
     case SampleRateMode::PreserveOriginal:
-        return tr(QT_TRANSLATE_NOOP("L", "Preserve original"));
+        return translated(QT_TRANSLATE_NOOP("L", "Preserve original"));
     case SampleRateMode::Rate44100:
         return QStringLiteral("44.1 kHz");
     case SampleRateMode::Rate48000:
         return QStringLiteral("48 kHz");
     }
     return {};
+}
+
+QString outputFormatLabel(OutputFormatMode mode)
+{
+    if (mode == OutputFormatMode::KeepOriginal)
+        return translated(QT_TRANSLATE_NOOP("L", "Keep original"));
+    return OutputFormatModes::rawValue(mode).toUpper();
+}
+
+QString sampleRateHeading()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Sample Rate"));
+}
+
+QString bitDepthHeading()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Bit Depth"));
+}
+
+QString outputFormatHeading()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Output Format"));
+}
+
+QString statusName(ProcessingStatus::Kind kind)
+{
+    switch (kind) {
+    case ProcessingStatus::Kind::Ready:
+        return translated(QT_TRANSLATE_NOOP("L", "Ready"));
+    case ProcessingStatus::Kind::Analyzing:
+        return translated(QT_TRANSLATE_NOOP("L", "Analyzing"));
+    case ProcessingStatus::Kind::Processing:
+        return processingTitle();
+    case ProcessingStatus::Kind::Done:
+        return done();
+    case ProcessingStatus::Kind::Warning:
+        return translated(QT_TRANSLATE_NOOP("L", "Warning"));
+    case ProcessingStatus::Kind::Failed:
+        return translated(QT_TRANSLATE_NOOP("L", "Failed"));
+    case ProcessingStatus::Kind::Cancelled:
+        return translated(QT_TRANSLATE_NOOP("L", "Cancelled"));
+    }
+    return {};
+}
+
+QString damagedMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP(
+                          "L", "Could not process \u201c%1\u201d.\nThe file may be damaged or "
+                               "use an unsupported codec."))
+        .arg(fileName);
+}
+
+QString diskFullMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP(
+                          "L", "Could not save \u201c%1\u201d.\nThe disk is full \u2014 free "
+                               "up space and try again."))
+        .arg(fileName);
+}
+
+QString permissionMessage(const QString &fileName)
+{
+    return translated(
+               QT_TRANSLATE_NOOP("L", "Could not write \u201c%1\u201d.\nTonbrook doesn\u2019t have "
+                                      "permission for that folder."))
+        .arg(fileName);
+}
+
+QString writeFailedMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP(
+                          "L", "Could not save \u201c%1\u201d.\nCheck that the output folder "
+                               "is writable and has enough free space."))
+        .arg(fileName);
+}
+
+QString sameFileSkippedMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP("L",
+                                        "Skipped \u201c%1\u201d to avoid overwriting the original "
+                                        "file.\nChoose an output folder outside the source."))
+        .arg(fileName);
+}
+
+QString cancelledMessage()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Cancelled."));
+}
+
+QString reportNotSaved(const QString &reason)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Could not save the report: %1")).arg(reason);
+}
+
+QString selectFiles()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Select Files"));
+}
+
+QString selectFolder()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Select Folder"));
+}
+
+QString addFiles()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Add Files"));
+}
+
+QString addFolder()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Add Folder"));
+}
+
+QString removeSelected()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Remove Selected"));
+}
+
+QString clearQueue()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Clear Queue"));
+}
+
+QString columnFile()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "FILE"));
+}
+
+QString columnSource()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "SOURCE"));
+}
+
+QString columnLoudness()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "LOUDNESS"));
+}
+
+QString columnOutput()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "OUTPUT"));
+}
+
+QString columnStatus()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "STATUS"));
+}
+
+QString selectAll()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Select all"));
+}
+
+QString processingTitle()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Processing"));
+}
+
+QString cancel()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Cancel"));
+}
+
+QString exportReport()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Export Report"));
+}
+
+QString details()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Details"));
+}
+
+QString done()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Done"));
+}
+
+QString close()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Close"));
+}
+
+QString version()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Version"));
+}
+
+QString about()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "About"));
+}
+
+QString licenses()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Licenses"));
+}
+
+QString viewLicense()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "View license"));
+}
+
+QString hideLicense()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Hide license"));
+}
+
+QString leaveTip()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Leave a tip"));
+}
+
+QString language()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Language"));
+}
+
+QString languageName(AppLanguage language)
+{
+    switch (language) {
+    case AppLanguage::System:
+        return translated(QT_TRANSLATE_NOOP("L", "System"));
+    case AppLanguage::En:
+        return QStringLiteral("English");
+    case AppLanguage::Ru:
+        return QStringLiteral("\u0420\u0443\u0441\u0441\u043a\u0438\u0439");
+    }
+    return {};
+}
+
+QString choose()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Choose"));
+}
+
+QString processFilesNone()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Process Files"));
+}
+
+QString complete()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Complete"));
 }
 
 } // namespace L

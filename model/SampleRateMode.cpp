@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/SampleRateMode.h"
 
-#include "localization/L.h"
 #include "model/RawValues.h"
 
 namespace SampleRateModes {
@@ -18,11 +17,6 @@ QString rawValue(SampleRateMode mode)
 std::optional<SampleRateMode> fromRawValue(QStringView text)
 {
     return enumFromRawValue(all, raw, text);
-}
-
-QString label(SampleRateMode mode)
-{
-    return L::sampleRateLabel(mode);
 }
 
 std::optional<int> fixedRate(SampleRateMode mode)

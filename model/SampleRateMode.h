@@ -23,8 +23,6 @@ inline constexpr int fallbackRate = 48000;
 
 QString rawValue(SampleRateMode mode);
 std::optional<SampleRateMode> fromRawValue(QStringView text);
-// The option's text in the current interface language.
-QString label(SampleRateMode mode);
 // The fixed rate of a mode, or absent for PreserveOriginal.
 std::optional<int> fixedRate(SampleRateMode mode);
 

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "localization/LanguageManager.h"
+
+#include "model/UserPreferences.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QSettings>
+#include <QTranslator>
+
+#include <utility>
+
+LanguageManager &LanguageManager::shared()
+{
+    static LanguageManager *instance = [] {
+        auto *manager =
+            new LanguageManager(UserPreferences::open(), QLocale::system().uiLanguages());
+        // Lives as long as the application object; never deleted before it.
+        if (QCoreApplication::instance())
+            manager->setParent(QCoreApplication::instance());
+        return manager;
+    }();
+    return *instance;
+}
+
+LanguageManager::LanguageManager(std::unique_ptr<QSettings> store, QStringList preferredLanguages,
+                                 QObject *parent)
+    : QObject(parent)
+    , m_store(std::move(store))
+    , m_systemLanguage(languageOf(preferredLanguages))
+{
+    const QString stored = m_store->value(key).toString();
+    m_selection = AppLanguages::fromRawValue(stored).value_or(AppLanguage::System);
+    installCatalogue();
+}
+
+LanguageManager::~LanguageManager()
+{
+    if (m_translator)
+        QCoreApplication::removeTranslator(m_translator.get());
+}
+
+AppLanguage LanguageManager::languageOf(const QStringList &preferredLanguages)
+{
+    const QString first =
+        preferredLanguages.isEmpty() ? QStringLiteral("en") : preferredLanguages.first().toLower();
+    for (AppLanguage language : AppLanguages::spoken) {
+        if (first.startsWith(AppLanguages::code(language)))
+            return language;
+    }
+    return AppLanguage::En;
+}
+
+bool LanguageManager::systemIsRussian()
+{
+    static const bool russian = languageOf(QLocale::system().uiLanguages()) == AppLanguage::Ru;
+    return russian;
+}
+
+AppLanguage LanguageManager::effectiveLanguage() const
+{
+    return m_selection == AppLanguage::System ? m_systemLanguage : m_selection;
+}
+
+void LanguageManager::setSelection(AppLanguage selection)
+{
+    m_store->setValue(key, AppLanguages::rawValue(selection));
+    m_store->sync();
+    if (selection == m_selection)
+        return;
+    m_selection = selection;
+    Q_EMIT selectionChanged();
+    installCatalogue();
+}
+
+void LanguageManager::setSelectionRawValue(const QString &rawValue)
+{
+    if (const auto language = AppLanguages::fromRawValue(rawValue))
+        setSelection(*language);
+}
+
+void LanguageManager::installCatalogue()
+{
+    const AppLanguage language = effectiveLanguage();
+    if (language == m_installed)
+        return;
+    auto translator = std::make_unique<QTranslator>();
+    const bool loaded = translator->load(QStringLiteral(":/i18n/tonbrook_") +
+                                         AppLanguages::code(language) + QStringLiteral(".qm"));
+    if (m_translator)
+        QCoreApplication::removeTranslator(m_translator.get());
+    m_translator.reset();
+    if (loaded && QCoreApplication::installTranslator(translator.get()))
+        m_translator = std::move(translator);
+    m_installed = language;
+    Q_EMIT languageChanged();
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "localization/AppLanguage.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+class QSettings;
+class QTranslator;
+
+// Keeps the interface language: the user's choice, stored at once under
+// "tb.languageSelection", and the Qt catalogue that makes every text speak it.
+// Whenever the language in effect changes, the catalogue is swapped and
+// languageChanged() tells views to read their texts again.
+class LanguageManager : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(
+        QString selection READ selectionRawValue WRITE setSelectionRawValue NOTIFY selectionChanged)
+    Q_PROPERTY(QString effectiveLanguage READ effectiveLanguageCode NOTIFY languageChanged)
+
+public:
+    static constexpr QLatin1StringView key{"tb.languageSelection"};
+
+    // The one instance the application uses, made on first use from the user's
+    // preferences and the system's preferred languages.
+    static LanguageManager &shared();
+
+    // For tests: a given store and a given list of preferred languages.
+    LanguageManager(std::unique_ptr<QSettings> store, QStringList preferredLanguages,
+                    QObject *parent = nullptr);
+    ~LanguageManager() override;
+
+    AppLanguage selection() const { return m_selection; }
+    void setSelection(AppLanguage selection);
+
+    // En or Ru (never System): what every text is written in right now.
+    AppLanguage effectiveLanguage() const;
+    bool isRussian() const { return effectiveLanguage() == AppLanguage::Ru; }
+
+    // Computed once per process from the system's preferred languages; a
+    // change there shows at the next launch.
+    static bool systemIsRussian();
+    // The spoken language a preferred-language list starts with; English when
+    // it starts with one Tonbrook does not speak, or is empty.
+    static AppLanguage languageOf(const QStringList &preferredLanguages);
+
+    QString selectionRawValue() const { return AppLanguages::rawValue(m_selection); }
+    void setSelectionRawValue(const QString &rawValue);
+    QString effectiveLanguageCode() const { return AppLanguages::code(effectiveLanguage()); }
+
+Q_SIGNALS:
+    void selectionChanged();
+    void languageChanged();
+
+private:
+    void installCatalogue();
+
+    std::unique_ptr<QSettings> m_store;
+    AppLanguage m_systemLanguage;
+    AppLanguage m_selection = AppLanguage::System;
+    std::unique_ptr<QTranslator> m_translator;
+    AppLanguage m_installed = AppLanguage::System;
+};

@@ -1,0 +1,402 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US">
+<context>
+    <name>L</name>
+    <message>
+        <source>Batch loudness normalization and audio conversion</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Processing Complete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n file</numerusform>
+            <numerusform>%n files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n folder(s)</source>
+        <translation>
+            <numerusform>%n folder</numerusform>
+            <numerusform>%n folders</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) processed</source>
+        <translation>
+            <numerusform>%n file processed</numerusform>
+            <numerusform>%n files processed</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 reached target loudness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 converted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 limited by true peak</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reveal Output Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Process New Files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select audio files to add to the queue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select a folder to scan for audio files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose where prepared audio will be saved</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop audio files or folders here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) loaded</source>
+        <translation>
+            <numerusform>%n file loaded</numerusform>
+            <numerusform>%n files loaded</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Individual files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Analyze Loudness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Process %n File(s)</source>
+        <translation>
+            <numerusform>Process %n File</numerusform>
+            <numerusform>Process %n Files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) ready</source>
+        <translation>
+            <numerusform>%n file ready</numerusform>
+            <numerusform>%n files ready</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Analyzing loudness… %1/%2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Processing %1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No output folder selected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 added</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 already in queue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 unsupported ignored</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Normalize loudness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>True Peak Ceiling</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No folder selected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reveal in file manager when complete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No files in queue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove from queue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Process Selected (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The output folder overlaps your imported files. Exports will be kept separate, but choosing a folder outside the source is recommended.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tonbrook can&apos;t write to this folder. Choose a different destination.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support the project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Thank you for using Tonbrook</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tonbrook is a free tool by Quillmere Tools. If it helps your work, you can support its development with a tip or by subscribing to the channel. It&apos;s entirely optional — and it helps new tools get made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Subscribe to channel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Theatre Ambience</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Active Ambience</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Music / Playback</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Voice / Dialogue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Podcast</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Streaming</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preserve original</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep original</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sample Rate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bit Depth</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output Format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Analyzing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not process “%1”.
+The file may be damaged or use an unsupported codec.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not save “%1”.
+The disk is full — free up space and try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not write “%1”.
+Tonbrook doesn’t have permission for that folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not save “%1”.
+Check that the output folder is writable and has enough free space.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Skipped “%1” to avoid overwriting the original file.
+Choose an output folder outside the source.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not save the report: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select Files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Selected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear Queue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>SOURCE</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>LOUDNESS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OUTPUT</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>STATUS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Processing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export Report</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Licenses</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>View license</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide license</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave a tip</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Process Files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Complete</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,413 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru_RU">
+<context>
+    <name>L</name>
+    <message>
+        <source>Batch loudness normalization and audio conversion</source>
+        <translation>Пакетная нормализация громкости и конвертация аудио</translation>
+    </message>
+    <message>
+        <source>Processing Complete</source>
+        <translation>Обработка завершена</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n файл</numerusform>
+            <numerusform>%n файла</numerusform>
+            <numerusform>%n файлов</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n folder(s)</source>
+        <translation>
+            <numerusform>%n папка</numerusform>
+            <numerusform>%n папки</numerusform>
+            <numerusform>%n папок</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) processed</source>
+        <translation>
+            <numerusform>%n файл обработано</numerusform>
+            <numerusform>%n файла обработано</numerusform>
+            <numerusform>%n файлов обработано</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 reached target loudness</source>
+        <translation>%1 достигли целевой громкости</translation>
+    </message>
+    <message>
+        <source>%1 converted</source>
+        <translation>%1 сконвертировано</translation>
+    </message>
+    <message>
+        <source>%1 limited by true peak</source>
+        <translation>%1 ограничены по true peak</translation>
+    </message>
+    <message>
+        <source>%1 failed</source>
+        <translation>%1 с ошибкой</translation>
+    </message>
+    <message>
+        <source>Reveal Output Folder</source>
+        <translation>Открыть папку вывода</translation>
+    </message>
+    <message>
+        <source>Process New Files</source>
+        <translation>Обработать новые файлы</translation>
+    </message>
+    <message>
+        <source>Select audio files to add to the queue</source>
+        <translation>Выберите аудиофайлы для добавления в очередь</translation>
+    </message>
+    <message>
+        <source>Select a folder to scan for audio files</source>
+        <translation>Выберите папку для поиска аудиофайлов</translation>
+    </message>
+    <message>
+        <source>Choose where prepared audio will be saved</source>
+        <translation>Выберите, куда сохранять подготовленное аудио</translation>
+    </message>
+    <message>
+        <source>Drop audio files or folders here</source>
+        <translation>Перетащите аудиофайлы или папки сюда</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) loaded</source>
+        <translation>
+            <numerusform>%n файл загружено</numerusform>
+            <numerusform>%n файла загружено</numerusform>
+            <numerusform>%n файлов загружено</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Individual files</source>
+        <translation>Отдельные файлы</translation>
+    </message>
+    <message>
+        <source>Analyze Loudness</source>
+        <translation>Анализ громкости</translation>
+    </message>
+    <message numerus="yes">
+        <source>Process %n File(s)</source>
+        <translation>
+            <numerusform>Обработать %n файл</numerusform>
+            <numerusform>Обработать %n файла</numerusform>
+            <numerusform>Обработать %n файлов</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) ready</source>
+        <translation>
+            <numerusform>%n файл готово</numerusform>
+            <numerusform>%n файла готово</numerusform>
+            <numerusform>%n файлов готово</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Analyzing loudness… %1/%2</source>
+        <translation>Анализ громкости… %1/%2</translation>
+    </message>
+    <message>
+        <source>Processing %1 of %2</source>
+        <translation>Обработка %1 из %2</translation>
+    </message>
+    <message>
+        <source>No output folder selected</source>
+        <translation>Папка вывода не выбрана</translation>
+    </message>
+    <message>
+        <source>%1 added</source>
+        <translation>%1 добавлено</translation>
+    </message>
+    <message>
+        <source>%1 already in queue</source>
+        <translation>%1 уже в очереди</translation>
+    </message>
+    <message>
+        <source>%1 unsupported ignored</source>
+        <translation>%1 неподдерживаемых пропущено</translation>
+    </message>
+    <message>
+        <source>Normalize loudness</source>
+        <translation>Нормализовать громкость</translation>
+    </message>
+    <message>
+        <source>True Peak Ceiling</source>
+        <translation>Потолок True Peak</translation>
+    </message>
+    <message>
+        <source>No folder selected</source>
+        <translation>Папка не выбрана</translation>
+    </message>
+    <message>
+        <source>Reveal in file manager when complete</source>
+        <translation>Открыть в файловом менеджере по завершении</translation>
+    </message>
+    <message>
+        <source>No files in queue</source>
+        <translation>Очередь пуста</translation>
+    </message>
+    <message>
+        <source>Remove from queue</source>
+        <translation>Убрать из очереди</translation>
+    </message>
+    <message>
+        <source>Process Selected (%1)</source>
+        <translation>Обработать выбранные (%1)</translation>
+    </message>
+    <message>
+        <source>%1 of %2 files</source>
+        <translation>%1 из %2</translation>
+    </message>
+    <message>
+        <source>The output folder overlaps your imported files. Exports will be kept separate, but choosing a folder outside the source is recommended.</source>
+        <translation>Папка вывода пересекается с импортированными файлами. Экспорт останется отдельным, но рекомендуется выбрать папку вне источника.</translation>
+    </message>
+    <message>
+        <source>Tonbrook can&apos;t write to this folder. Choose a different destination.</source>
+        <translation>Tonbrook не может писать в эту папку. Выберите другое назначение.</translation>
+    </message>
+    <message>
+        <source>Support the project</source>
+        <translation>Поддержать проект</translation>
+    </message>
+    <message>
+        <source>Thank you for using Tonbrook</source>
+        <translation>Спасибо, что пользуетесь Tonbrook</translation>
+    </message>
+    <message>
+        <source>Tonbrook is a free tool by Quillmere Tools. If it helps your work, you can support its development with a tip or by subscribing to the channel. It&apos;s entirely optional — and it helps new tools get made.</source>
+        <translation>Tonbrook — бесплатный инструмент от Quillmere Tools. Если он помогает вам в работе, вы можете поддержать разработку чаевыми или подпиской на канал. Это полностью добровольно и помогает выпускать новые инструменты.</translation>
+    </message>
+    <message>
+        <source>Subscribe to channel</source>
+        <translation>Подписаться на канал</translation>
+    </message>
+    <message>
+        <source>Theatre Ambience</source>
+        <translation>Театральная атмосфера</translation>
+    </message>
+    <message>
+        <source>Active Ambience</source>
+        <translation>Активная атмосфера</translation>
+    </message>
+    <message>
+        <source>Music / Playback</source>
+        <translation>Музыка / Воспроизведение</translation>
+    </message>
+    <message>
+        <source>Voice / Dialogue</source>
+        <translation>Голос / Диалог</translation>
+    </message>
+    <message>
+        <source>Podcast</source>
+        <translation>Подкаст</translation>
+    </message>
+    <message>
+        <source>Streaming</source>
+        <translation>Стриминг</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>Свой</translation>
+    </message>
+    <message>
+        <source>Preserve original</source>
+        <translation>Как в оригинале</translation>
+    </message>
+    <message>
+        <source>Keep original</source>
+        <translation>Исходный формат</translation>
+    </message>
+    <message>
+        <source>Sample Rate</source>
+        <translation>Частота дискретизации</translation>
+    </message>
+    <message>
+        <source>Bit Depth</source>
+        <translation>Битность</translation>
+    </message>
+    <message>
+        <source>Output Format</source>
+        <translation>Формат вывода</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>Готов</translation>
+    </message>
+    <message>
+        <source>Analyzing</source>
+        <translation>Анализ</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Внимание</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Ошибка</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>Отменено</translation>
+    </message>
+    <message>
+        <source>Could not process “%1”.
+The file may be damaged or use an unsupported codec.</source>
+        <translation>Не удалось обработать «%1».
+Файл может быть повреждён или использовать неподдерживаемый кодек.</translation>
+    </message>
+    <message>
+        <source>Could not save “%1”.
+The disk is full — free up space and try again.</source>
+        <translation>Не удалось сохранить «%1».
+Диск заполнен — освободите место и повторите.</translation>
+    </message>
+    <message>
+        <source>Could not write “%1”.
+Tonbrook doesn’t have permission for that folder.</source>
+        <translation>Не удалось записать «%1».
+У Tonbrook нет прав на эту папку.</translation>
+    </message>
+    <message>
+        <source>Could not save “%1”.
+Check that the output folder is writable and has enough free space.</source>
+        <translation>Не удалось сохранить «%1».
+Проверьте, что папка вывода доступна для записи и на диске есть место.</translation>
+    </message>
+    <message>
+        <source>Skipped “%1” to avoid overwriting the original file.
+Choose an output folder outside the source.</source>
+        <translation>Файл «%1» пропущен, чтобы не перезаписать оригинал.
+Выберите папку вывода вне источника.</translation>
+    </message>
+    <message>
+        <source>Cancelled.</source>
+        <translation>Отменено.</translation>
+    </message>
+    <message>
+        <source>Could not save the report: %1</source>
+        <translation>Не удалось сохранить отчёт: %1</translation>
+    </message>
+    <message>
+        <source>Select Files</source>
+        <translation>Выбрать файлы</translation>
+    </message>
+    <message>
+        <source>Select Folder</source>
+        <translation>Выбрать папку</translation>
+    </message>
+    <message>
+        <source>Add Files</source>
+        <translation>Добавить файлы</translation>
+    </message>
+    <message>
+        <source>Add Folder</source>
+        <translation>Добавить папку</translation>
+    </message>
+    <message>
+        <source>Remove Selected</source>
+        <translation>Убрать выбранные</translation>
+    </message>
+    <message>
+        <source>Clear Queue</source>
+        <translation>Очистить очередь</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>ФАЙЛ</translation>
+    </message>
+    <message>
+        <source>SOURCE</source>
+        <translation>ИСТОЧНИК</translation>
+    </message>
+    <message>
+        <source>LOUDNESS</source>
+        <translation>ГРОМКОСТЬ</translation>
+    </message>
+    <message>
+        <source>OUTPUT</source>
+        <translation>ВЫВОД</translation>
+    </message>
+    <message>
+        <source>STATUS</source>
+        <translation>СТАТУС</translation>
+    </message>
+    <message>
+        <source>Select all</source>
+        <translation>Выбрать все</translation>
+    </message>
+    <message>
+        <source>Processing</source>
+        <translation>Обработка</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Export Report</source>
+        <translation>Экспорт отчёта</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Подробности</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Готово</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Версия</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>О программе</translation>
+    </message>
+    <message>
+        <source>Licenses</source>
+        <translation>Лицензии</translation>
+    </message>
+    <message>
+        <source>View license</source>
+        <translation>Показать лицензию</translation>
+    </message>
+    <message>
+        <source>Hide license</source>
+        <translation>Скрыть лицензию</translation>
+    </message>
+    <message>
+        <source>Leave a tip</source>
+        <translation>Оставить чаевые</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Язык</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>Системный</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Выбрать</translation>
+    </message>
+    <message>
+        <source>Process Files</source>
+        <translation>Обработать файлы</translation>
+    </message>
+    <message>
+        <source>Complete</source>
+        <translation>Готово</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/ErrorTranslator.h"
+
+#include "../localization/LanguageFixture.h"
+#include "engine/FFmpegError.h"
+#include "engine/ProcessingError.h"
+#include "localization/L.h"
+
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+using Make = std::function<std::shared_ptr<std::exception>()>;
+
+template<typename Error>
+Make make(Error error)
+{
+    return [error] { return std::make_shared<Error>(error); };
+}
+
+} // namespace
+
+class ErrorTranslatorTest : public QObject
+{
+    Q_OBJECT
+
+    const QString m_file = QStringLiteral("Kick 01.wav");
+
+private Q_SLOTS:
+    void translate_data()
+    {
+        QTest::addColumn<Make>("error");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<std::optional<QString>>("details");
+
+        const QString f = m_file;
+        const QString stderrFull =
+            QStringLiteral("[out#0/wav] Error writing trailer: No space left on device\n");
+        QTest::newRow("ffmpeg: disk full, as ffmpeg capitalises it")
+            << make(ProcessingError::ffmpegFailed(1, stderrFull)) << L::diskFullMessage(f)
+            << std::optional<QString>(QStringLiteral("ffmpeg exit code 1\n\n") + stderrFull);
+        QTest::newRow("ffmpeg: space before permission")
+            << make(ProcessingError::ffmpegFailed(
+                   1, QStringLiteral("Permission denied ... no space left")))
+            << L::diskFullMessage(f)
+            << std::optional(
+                   QStringLiteral("ffmpeg exit code 1\n\nPermission denied ... no space left"));
+        QTest::newRow("ffmpeg: permission")
+            << make(ProcessingError::ffmpegFailed(1,
+                                                  QStringLiteral("/out/x.wav: Permission denied")))
+            << L::permissionMessage(f)
+            << std::optional(QStringLiteral("ffmpeg exit code 1\n\n/out/x.wav: Permission denied"));
+        QTest::newRow("ffmpeg: anything else")
+            << make(ProcessingError::ffmpegFailed(
+                   183, QStringLiteral("Invalid data found when processing input")))
+            << L::damagedMessage(f)
+            << std::optional(QStringLiteral(
+                   "ffmpeg exit code 183\n\nInvalid data found when processing input"));
+        QTest::newRow("write: no space")
+            << make(ProcessingError::writeFailed(QStringLiteral("No space left on device: /out")))
+            << L::diskFullMessage(f)
+            << std::optional(QStringLiteral("No space left on device: /out"));
+        QTest::newRow("write: not enough space")
+            << make(ProcessingError::writeFailed(
+                   QStringLiteral("There is not enough space on the disk")))
+            << L::diskFullMessage(f)
+            << std::optional(QStringLiteral("There is not enough space on the disk"));
+        QTest::newRow("write: no permission to save")
+            << make(ProcessingError::writeFailed(
+                   QStringLiteral("You don't have permission to save the file")))
+            << L::permissionMessage(f)
+            << std::optional(QStringLiteral("You don't have permission to save the file"));
+        QTest::newRow("write: access denied")
+            << make(ProcessingError::writeFailed(QStringLiteral("Access denied")))
+            << L::permissionMessage(f) << std::optional(QStringLiteral("Access denied"));
+        QTest::newRow("write: anything else")
+            << make(ProcessingError::writeFailed(QStringLiteral("Read-only file system: /out")))
+            << L::writeFailedMessage(f)
+            << std::optional(QStringLiteral("Read-only file system: /out"));
+        QTest::newRow("analysis: always a damaged file, whatever it says")
+            << make(ProcessingError::analysisFailed(QStringLiteral("No space left on device")))
+            << L::damagedMessage(f) << std::optional(QStringLiteral("No space left on device"));
+        QTest::newRow("same file") << make(ProcessingError::destinationEqualsSource())
+                                   << L::sameFileSkippedMessage(f) << std::optional<QString>();
+        QTest::newRow("cancelled") << make(ProcessingError::cancelled()) << L::cancelledMessage()
+                                   << std::optional<QString>();
+        QTest::newRow("ffmpeg cannot start")
+            << make(FFmpegError::launchFailed(QStringLiteral("Permission denied")))
+            << L::damagedMessage(f)
+            << std::optional(QStringLiteral("FFmpegError.launchFailed(\"Permission denied\")"));
+    }
+
+    void translate()
+    {
+        QFETCH(Make, error);
+        QFETCH(QString, message);
+        QFETCH(std::optional<QString>, details);
+        QCOMPARE(ErrorTranslator::translate(*error(), m_file), (FriendlyError{message, details}));
+    }
+
+    void speaksTheLanguageOfTheMoment()
+    {
+        const ProcessingError full =
+            ProcessingError::writeFailed(QStringLiteral("No space left on device"));
+        LanguageFixture russianSystem({QStringLiteral("ru-RU"), QStringLiteral("en-US")});
+        QCOMPARE(ErrorTranslator::translate(full, m_file).message,
+                 QStringLiteral("Не удалось сохранить «Kick 01.wav».\nДиск заполнен — освободите "
+                                "место и повторите."));
+        russianSystem.manager().setSelection(AppLanguage::En);
+        QCOMPARE(ErrorTranslator::translate(full, m_file).message,
+                 QStringLiteral("Could not save \u201cKick 01.wav\u201d.\nThe disk is full \u2014 "
+                                "free up space and try again."));
+    }
+};
+
+QTEST_GUILESS_MAIN(ErrorTranslatorTest)
+#include "ErrorTranslatorTest.moc"
