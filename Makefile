@@ -3,13 +3,14 @@
 #   make run    install what is missing, build (release) and start Tonbrook
 #   make test   install what is missing, build (dev) and run every test
 #   make        build the release preset into build/release/bin/
+#   make bench  build (release) and run the benchmarks in bench/
 #
 # make test TEST_PRESET=asan  runs the tests under AddressSanitizer and UBSan.
 
 PRESET ?= release
 TEST_PRESET ?= dev
 
-.PHONY: all build deps run test clean format
+.PHONY: all build deps run test bench clean format
 
 all: build
 
@@ -28,6 +29,10 @@ test: deps
 	@cmake --preset $(TEST_PRESET) --log-level=WARNING
 	@cmake --build --preset $(TEST_PRESET)
 	@ctest --preset $(TEST_PRESET)
+
+bench: deps
+	@$(MAKE) --no-print-directory build PRESET=release
+	@build/release/bin/tonbrook-bench-import
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -508,4 +508,9 @@ QString complete()
     return translated(QT_TRANSLATE_NOOP("L", "Complete"));
 }
 
+QString audioFilesFilter()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Audio files"));
+}
+
 } // namespace L

@@ -109,5 +109,7 @@ QString languageName(AppLanguage language);
 QString choose();
 QString processFilesNone();
 QString complete();
+// File dialog filters: "Audio files (*.wav ...)".
+QString audioFilesFilter();
 
 } // namespace L

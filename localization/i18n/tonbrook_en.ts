@@ -398,5 +398,9 @@ Choose an output folder outside the source.</source>
         <source>Complete</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Audio files</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

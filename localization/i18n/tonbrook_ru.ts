@@ -409,5 +409,9 @@ Choose an output folder outside the source.</source>
         <source>Complete</source>
         <translation>Готово</translation>
     </message>
+    <message>
+        <source>Audio files</source>
+        <translation>Аудиофайлы</translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/FileImportService.h"
+
+#include "files/FolderScanning.h"
+#include "model/StandardPath.h"
+
+#include <QFileInfo>
+#include <QSet>
+
+#include <utility>
+
+namespace {
+
+AudioFileItem newItem(const QString &path, const QString &relativePath, SourceAudioFormat format)
+{
+    return {QUuid::createUuid(),       path,         relativePath, format,
+            AudioCategory::Other,      std::nullopt, std::nullopt, OutputFormatMode::KeepOriginal,
+            ProcessingStatus::ready(), std::nullopt, std::nullopt};
+}
+
+QString lastComponent(const QString &path)
+{
+    const QString clean = standardizedPath(path);
+    return clean.mid(clean.lastIndexOf(u'/') + 1);
+}
+
+} // namespace
+
+FileImportService::FileImportService(std::shared_ptr<const FolderScanning> folderScanner)
+    : m_folderScanner(std::move(folderScanner))
+{}
+
+ImportSummary FileImportService::importURLs(const QStringList &paths,
+                                            const QList<AudioFileItem> &existing) const
+{
+    ImportSummary summary;
+    QSet<QString> keys;
+    keys.reserve(existing.size() + paths.size());
+    for (const AudioFileItem &item : existing)
+        keys.insert(standardizedPath(item.sourceURL));
+
+    // The same file given twice (alone and inside a dropped folder, say)
+    // becomes one item: the key set grows as items are added.
+    const auto take = [&](const QString &path, const QString &relativePath) {
+        const auto format = SourceAudioFormats::fromFileName(lastComponent(path));
+        if (!format) {
+            ++summary.unsupportedCount;
+            return;
+        }
+        const QString key = standardizedPath(path);
+        if (keys.contains(key)) {
+            ++summary.duplicateCount;
+            return;
+        }
+        keys.insert(key);
+        summary.items.append(newItem(path, relativePath, *format));
+    };
+
+    for (const QString &path : paths) {
+        const QFileInfo info(path);
+        if (path.isEmpty() || !info.exists()) {
+            ++summary.unsupportedCount;
+        } else if (info.isDir()) {
+            const QList<ScannedAudioFile> scanned = m_folderScanner->scanFolder(path);
+            summary.items.reserve(summary.items.size() + scanned.size());
+            for (const ScannedAudioFile &file : scanned)
+                take(file.url, file.relativePath);
+        } else if (info.isFile()) {
+            take(path, lastComponent(path));
+        } else {
+            // A pipe, socket or device named like audio would block the
+            // reader that opens it: it is no audio file.
+            ++summary.unsupportedCount;
+        }
+    }
+    return summary;
+}
