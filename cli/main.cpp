@@ -1,25 +1,48 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+//
+// tonbrook-cli: the window's work without the window.
+#include "app/MainViewModel.h"
+#include "cli/CliOptions.h"
+#include "cli/CliPanelPresenter.h"
+#include "cli/CliSession.h"
 #include "engine/BuildInfo.h"
-#include "engine/CancellationToken.h"
-#include "engine/EngineError.h"
-#include "engine/FFmpegRunner.h"
-#include "engine/LoudnessAnalysisService.h"
-#include "engine/NumberFormat.h"
-#include "engine/ResourceLocator.h"
+#include "localization/LanguageManager.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QFileInfo>
+#include <QLocale>
+#include <QSettings>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
 #include <QTextStream>
 
-#include <cstdio>
-#include <memory>
+#include <csignal>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
-QString figure(double value, int decimals)
+int signalPipe[2] = {-1, -1};
+
+void onInterrupt(int)
 {
-    return NumberFormat::fixed(value, decimals);
+    const char byte = 1;
+    [[maybe_unused]] const ssize_t written = ::write(signalPipe[1], &byte, 1);
+}
+
+// --language is read before anything else, so that even --help speaks it.
+AppLanguage requestedLanguage(const QStringList &arguments)
+{
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        QString value;
+        if (arguments[i] == u"--language" && i + 1 < arguments.size())
+            value = arguments[i + 1];
+        else if (arguments[i].startsWith(QStringLiteral("--language=")))
+            value = arguments[i].mid(11);
+        else
+            continue;
+        return AppLanguages::fromRawValue(value).value_or(AppLanguage::System);
+    }
+    return AppLanguage::System;
 }
 
 } // namespace
@@ -28,59 +51,52 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tonbrook-cli"));
-    QCoreApplication::setApplicationVersion(QString::fromLatin1(BuildInfo::version));
+    QCoreApplication::setApplicationVersion(QStringLiteral("%1 (build %2), FFmpeg %3")
+                                                .arg(QLatin1StringView(BuildInfo::version),
+                                                     QLatin1StringView(BuildInfo::buildNumber),
+                                                     QLatin1StringView(BuildInfo::ffmpegVersion)));
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Measures the loudness of audio files with Tonbrook's bundled FFmpeg."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption targetOption(QStringLiteral("target"),
-                                          QStringLiteral("Target loudness in LUFS (default -23)."),
-                                          QStringLiteral("LUFS"), QStringLiteral("-23"));
-    const QCommandLineOption ceilingOption(
-        QStringLiteral("ceiling"), QStringLiteral("True-peak ceiling in dBTP (default -1)."),
-        QStringLiteral("DBTP"), QStringLiteral("-1"));
-    parser.addOption(targetOption);
-    parser.addOption(ceilingOption);
-    parser.addPositionalArgument(QStringLiteral("PATH"), QStringLiteral("Audio files to measure."),
-                                 QStringLiteral("PATH..."));
-    parser.process(app);
+    // The language of this run only: the window's stored choice is neither
+    // read nor written.
+    QTemporaryDir scratch;
+    LanguageManager language(std::make_unique<QSettings>(
+                                 scratch.filePath(QStringLiteral("cli.ini")), QSettings::IniFormat),
+                             QLocale::system().uiLanguages());
+    language.setSelection(requestedLanguage(QCoreApplication::arguments()));
 
-    QTextStream out(stdout);
-    QTextStream err(stderr);
-    const auto target = NumberFormat::parseDouble(parser.value(targetOption));
-    const auto ceiling = NumberFormat::parseDouble(parser.value(ceilingOption));
-    if (!target || !ceiling) {
-        err << "tonbrook-cli: --target and --ceiling take numbers such as -23 or -1.5\n";
+    const CliParseResult parsed = parseCliOptions(QCoreApplication::arguments());
+    if (!parsed.options) {
+        QTextStream err(stderr);
+        err << "tonbrook-cli: " << parsed.error << Qt::endl << parsed.usage << Qt::endl;
         return 2;
     }
+    const CliOptions &options = *parsed.options;
 
-    const ResourceLocator resources;
-    const auto ffmpeg = resources.ffmpegPath();
-    if (parser.positionalArguments().isEmpty()) {
-        out << "Tonbrook " << BuildInfo::version << " (build " << BuildInfo::buildNumber << ")\n"
-            << "Bundled FFmpeg " << BuildInfo::ffmpegVersion << ": "
-            << ffmpeg.value_or(QStringLiteral("missing")) << "\n\n"
-            << parser.helpText();
-        return 0;
+    MainViewModel::Services services =
+        MainViewModel::Services::standard(std::make_shared<CliPanelPresenter>(options.reportPath));
+    // Nor is the window's remembered output folder touched.
+    services.bookmarkStore = OutputFolderBookmarkStore(std::make_shared<QSettings>(
+        scratch.filePath(QStringLiteral("cli.ini")), QSettings::IniFormat));
+    CliSession session(options, std::make_unique<MainViewModel>(std::move(services)));
+
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, signalPipe) == 0) {
+        auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);
+        QObject::connect(notifier, &QSocketNotifier::activated, &session, [&session] {
+            char byte;
+            [[maybe_unused]] const ssize_t read = ::read(signalPipe[0], &byte, 1);
+            // A second Ctrl-C is the user insisting: leave at once.
+            std::signal(SIGINT, SIG_DFL);
+            session.interrupt();
+        });
+        std::signal(SIGINT, onInterrupt);
     }
 
-    const LoudnessAnalysisService analyzer(std::make_shared<FFmpegRunner>(ffmpeg));
-    const CancellationToken never;
-    int failures = 0;
-    for (const QString &path : parser.positionalArguments()) {
-        const QString name = QFileInfo(path).fileName();
-        try {
-            const LoudnessMeasurement m = analyzer.analyze(path, *target, *ceiling, never);
-            out << name << ": I " << figure(m.inputI, 2) << " LUFS, TP " << figure(m.inputTP, 2)
-                << " dBTP, LRA " << figure(m.inputLRA, 2) << " LU, threshold "
-                << figure(m.inputThresh, 2) << " LUFS\n";
-        } catch (const EngineError &error) {
-            ++failures;
-            err << name << ": could not be measured (" << error.describe().left(300) << ")\n";
-        }
-        out.flush();
-    }
-    return failures == 0 ? 0 : 1;
+    int status = 0;
+    QObject::connect(&session, &CliSession::finished, &app, [&status](int exitStatus) {
+        status = exitStatus;
+        QCoreApplication::exit(exitStatus);
+    });
+    QMetaObject::invokeMethod(&session, &CliSession::start, Qt::QueuedConnection);
+    app.exec();
+    return status;
 }

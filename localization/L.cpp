@@ -513,4 +513,133 @@ QString audioFilesFilter()
     return translated(QT_TRANSLATE_NOOP("L", "Audio files"));
 }
 
+QString cliDescription()
+{
+    return translated(QT_TRANSLATE_NOOP(
+        "L", "Measures audio files and writes them at one loudness, as the Tonbrook window does."));
+}
+
+QString cliUsage(const QString &program)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Usage: %1 [options] PATH...")).arg(program);
+}
+
+QString cliOutputOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Output folder (required unless --analyze-only)."));
+}
+
+QString cliPresetOption(const QString &choices)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Loudness preset: %1.")).arg(choices);
+}
+
+QString cliTargetOption()
+{
+    return translated(
+        QT_TRANSLATE_NOOP("L", "Custom target loudness, -70 to -5; selects the custom preset."));
+}
+
+QString cliCeilingOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "True-peak ceiling, -9 to 0 (default -1.0)."));
+}
+
+QString cliNoNormalizeOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Convert only; do not change the loudness."));
+}
+
+QString cliFormatOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Output format: keepOriginal, wav, aiff, mp3, caf."));
+}
+
+QString cliSampleRateOption()
+{
+    return translated(
+        QT_TRANSLATE_NOOP("L", "Sample rate: preserveOriginal, rate44100, rate48000."));
+}
+
+QString cliBitDepthOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Bit depth of PCM output: 16 or 24 (default 24)."));
+}
+
+QString cliPrefixOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Put this text before every output file name."));
+}
+
+QString cliReportOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Write the run's CSV report to this file."));
+}
+
+QString cliAnalyzeOnlyOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Measure and print; write nothing."));
+}
+
+QString cliJsonOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Print one JSON object per file instead of text."));
+}
+
+QString cliLanguageOption()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Language of this run: system, en or ru."));
+}
+
+QString cliPathsArgument()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Audio files and folders to process."));
+}
+
+QString cliNeedsOutput()
+{
+    return translated(
+        QT_TRANSLATE_NOOP("L", "--output is required unless --analyze-only is given"));
+}
+
+QString cliNeedsPaths()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "no files or folders given"));
+}
+
+QString cliInvalidValue(const QString &option, const QString &value)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "invalid value for %1: \u201c%2\u201d"))
+        .arg(option, value);
+}
+
+QString cliNothingImported()
+{
+    return translated(
+        QT_TRANSLATE_NOOP("L", "nothing to do: no supported audio files among the paths given"));
+}
+
+QString cliReportWritten(const QString &path)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Report written to %1")).arg(path);
+}
+
+QString cliMeasured(const QString &loudness, const QString &peak, const QString &range)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 LUFS, peak %2 dBTP, range %3 LU"))
+        .arg(loudness, peak, range);
+}
+
+QString cliNotMeasured()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "could not be measured"));
+}
+
+QString cliFigures(const QString &original, const QString &final, const QString &gain,
+                   const QString &peak)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 \u2192 %2 LUFS, gain %3 dB, peak %4 dBTP"))
+        .arg(original, final, gain, peak);
+}
+
 } // namespace L

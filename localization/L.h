@@ -112,4 +112,33 @@ QString complete();
 // File dialog filters: "Audio files (*.wav ...)".
 QString audioFilesFilter();
 
+// The command-line front end.
+QString cliDescription();
+QString cliUsage(const QString &program);
+QString cliOutputOption();
+QString cliPresetOption(const QString &choices);
+QString cliTargetOption();
+QString cliCeilingOption();
+QString cliNoNormalizeOption();
+QString cliFormatOption();
+QString cliSampleRateOption();
+QString cliBitDepthOption();
+QString cliPrefixOption();
+QString cliReportOption();
+QString cliAnalyzeOnlyOption();
+QString cliJsonOption();
+QString cliLanguageOption();
+QString cliPathsArgument();
+QString cliNeedsOutput();
+QString cliNeedsPaths();
+QString cliInvalidValue(const QString &option, const QString &value);
+QString cliNothingImported();
+QString cliReportWritten(const QString &path);
+// "-20.5 LUFS, peak -3.1 dBTP, range 6.2 LU"; the figures come formatted.
+QString cliMeasured(const QString &loudness, const QString &peak, const QString &range);
+QString cliNotMeasured();
+// "-20.5 → -14.0 LUFS, gain +6.5 dB, peak -1.0 dBTP".
+QString cliFigures(const QString &original, const QString &final, const QString &gain,
+                   const QString &peak);
+
 } // namespace L

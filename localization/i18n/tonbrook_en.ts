@@ -402,5 +402,101 @@ Choose an output folder outside the source.</source>
         <source>Audio files</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Measures audio files and writes them at one loudness, as the Tonbrook window does.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Usage: %1 [options] PATH...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output folder (required unless --analyze-only).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Loudness preset: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Custom target loudness, -70 to -5; selects the custom preset.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>True-peak ceiling, -9 to 0 (default -1.0).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Convert only; do not change the loudness.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output format: keepOriginal, wav, aiff, mp3, caf.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sample rate: preserveOriginal, rate44100, rate48000.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bit depth of PCM output: 16 or 24 (default 24).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Put this text before every output file name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Write the run&apos;s CSV report to this file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Measure and print; write nothing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Print one JSON object per file instead of text.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Language of this run: system, en or ru.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Audio files and folders to process.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>--output is required unless --analyze-only is given</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no files or folders given</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>invalid value for %1: “%2”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>nothing to do: no supported audio files among the paths given</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Report written to %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 LUFS, peak %2 dBTP, range %3 LU</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>could not be measured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 → %2 LUFS, gain %3 dB, peak %4 dBTP</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -413,5 +413,101 @@ Choose an output folder outside the source.</source>
         <source>Audio files</source>
         <translation>Аудиофайлы</translation>
     </message>
+    <message>
+        <source>Measures audio files and writes them at one loudness, as the Tonbrook window does.</source>
+        <translation>Измеряет аудиофайлы и записывает их с одной громкостью, как окно Tonbrook.</translation>
+    </message>
+    <message>
+        <source>Usage: %1 [options] PATH...</source>
+        <translation>Использование: %1 [параметры] ПУТЬ...</translation>
+    </message>
+    <message>
+        <source>Output folder (required unless --analyze-only).</source>
+        <translation>Папка вывода (обязательна, если не указан --analyze-only).</translation>
+    </message>
+    <message>
+        <source>Loudness preset: %1.</source>
+        <translation>Пресет громкости: %1.</translation>
+    </message>
+    <message>
+        <source>Custom target loudness, -70 to -5; selects the custom preset.</source>
+        <translation>Своя целевая громкость, от -70 до -5; выбирает пресет «Свой».</translation>
+    </message>
+    <message>
+        <source>True-peak ceiling, -9 to 0 (default -1.0).</source>
+        <translation>Потолок true peak, от -9 до 0 (по умолчанию -1.0).</translation>
+    </message>
+    <message>
+        <source>Convert only; do not change the loudness.</source>
+        <translation>Только конвертировать, не меняя громкость.</translation>
+    </message>
+    <message>
+        <source>Output format: keepOriginal, wav, aiff, mp3, caf.</source>
+        <translation>Формат вывода: keepOriginal, wav, aiff, mp3, caf.</translation>
+    </message>
+    <message>
+        <source>Sample rate: preserveOriginal, rate44100, rate48000.</source>
+        <translation>Частота дискретизации: preserveOriginal, rate44100, rate48000.</translation>
+    </message>
+    <message>
+        <source>Bit depth of PCM output: 16 or 24 (default 24).</source>
+        <translation>Битность PCM-вывода: 16 или 24 (по умолчанию 24).</translation>
+    </message>
+    <message>
+        <source>Put this text before every output file name.</source>
+        <translation>Добавить этот текст перед именем каждого выходного файла.</translation>
+    </message>
+    <message>
+        <source>Write the run&apos;s CSV report to this file.</source>
+        <translation>Записать CSV-отчёт о прогоне в этот файл.</translation>
+    </message>
+    <message>
+        <source>Measure and print; write nothing.</source>
+        <translation>Только измерить и вывести; ничего не записывать.</translation>
+    </message>
+    <message>
+        <source>Print one JSON object per file instead of text.</source>
+        <translation>Выводить по одному объекту JSON на файл вместо текста.</translation>
+    </message>
+    <message>
+        <source>Language of this run: system, en or ru.</source>
+        <translation>Язык этого запуска: system, en или ru.</translation>
+    </message>
+    <message>
+        <source>Audio files and folders to process.</source>
+        <translation>Аудиофайлы и папки для обработки.</translation>
+    </message>
+    <message>
+        <source>--output is required unless --analyze-only is given</source>
+        <translation>нужен --output, если не указан --analyze-only</translation>
+    </message>
+    <message>
+        <source>no files or folders given</source>
+        <translation>не указаны файлы или папки</translation>
+    </message>
+    <message>
+        <source>invalid value for %1: “%2”</source>
+        <translation>недопустимое значение для %1: «%2»</translation>
+    </message>
+    <message>
+        <source>nothing to do: no supported audio files among the paths given</source>
+        <translation>нечего делать: среди указанных путей нет поддерживаемых аудиофайлов</translation>
+    </message>
+    <message>
+        <source>Report written to %1</source>
+        <translation>Отчёт записан в %1</translation>
+    </message>
+    <message>
+        <source>%1 LUFS, peak %2 dBTP, range %3 LU</source>
+        <translation>%1 LUFS, пик %2 dBTP, диапазон %3 LU</translation>
+    </message>
+    <message>
+        <source>could not be measured</source>
+        <translation>не удалось измерить</translation>
+    </message>
+    <message>
+        <source>%1 → %2 LUFS, gain %3 dB, peak %4 dBTP</source>
+        <translation>%1 → %2 LUFS, усиление %3 дБ, пик %4 dBTP</translation>
+    </message>
 </context>
 </TS>

@@ -17,7 +17,7 @@ import sys
 
 # Code that decides what the user reads. The string table itself is the one
 # place user words may be written.
-SCANNED = ["app", "ui", "engine/ErrorTranslator.cpp"]
+SCANNED = ["app", "ui", "cli", "engine/ErrorTranslator.cpp"]
 SUFFIXES = {".cpp", ".h"}
 
 LITERAL = re.compile(

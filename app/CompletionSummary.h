@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+
+// Totals of a finished run, for the completion screen.
+struct CompletionSummary
+{
+    Q_GADGET
+    Q_PROPERTY(int totalProcessed MEMBER totalProcessed CONSTANT)
+    Q_PROPERTY(int reachedTarget MEMBER reachedTarget CONSTANT)
+    Q_PROPERTY(int peakLimited MEMBER peakLimited CONSTANT)
+    Q_PROPERTY(int failed MEMBER failed CONSTANT)
+    Q_PROPERTY(bool normalized MEMBER normalized CONSTANT)
+
+public:
+    // Files of the run that finished, one way or another (written or failed).
+    int totalProcessed = 0;
+    // Written at the target (or, converting only, written).
+    int reachedTarget = 0;
+    // Written below the target, held back by the true-peak ceiling.
+    int peakLimited = 0;
+    int failed = 0;
+    // Whether the run normalised or only converted.
+    bool normalized = true;
+
+    friend bool operator==(const CompletionSummary &, const CompletionSummary &) = default;
+};

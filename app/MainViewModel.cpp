@@ -1,0 +1,767 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/MainViewModel.h"
+
+#include "app/BoundedTaskGroup.h"
+#include "app/FolderRevealing.h"
+#include "app/SupportPresenting.h"
+#include "engine/ErrorTranslator.h"
+#include "engine/FFmpegRunner.h"
+#include "engine/LoudnessAnalysisService.h"
+#include "engine/LoudnessProcessingService.h"
+#include "engine/ProcessingError.h"
+#include "engine/ResourceLocator.h"
+#include "files/CSVReportService.h"
+#include "files/FileImportService.h"
+#include "files/FilePanelPresenting.h"
+#include "files/FolderScanner.h"
+#include "files/OutputDestination.h"
+#include "files/OutputPathService.h"
+#include "localization/L.h"
+#include "model/StandardPath.h"
+#include "model/UserPreferences.h"
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+// Stand-ins where a front end has no screen: every dialog is cancelled,
+// nothing is revealed, no window opens.
+class NoPanels final : public FilePanelPresenting
+{
+public:
+    QStringList presentFilePanel(const QStringList &) override { return {}; }
+    QStringList presentFolderPanel() override { return {}; }
+    std::optional<QString> presentDestinationFolderPanel() override { return std::nullopt; }
+    std::optional<QString> presentSavePanel(const QString &, const QString &) override
+    {
+        return std::nullopt;
+    }
+};
+
+class NoReveal final : public FolderRevealing
+{
+public:
+    void revealFolder(const QString &) override {}
+};
+
+class NoSupportWindow final : public SupportPresenting
+{
+public:
+    void showSupport() override {}
+};
+
+QString fileNameOf(const QString &path)
+{
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+QStringList extensionsOfAllFormats()
+{
+    QStringList extensions;
+    for (SourceAudioFormat format : SourceAudioFormats::all)
+        extensions.append(SourceAudioFormats::rawValue(format));
+    return extensions;
+}
+
+template<typename T>
+bool assign(T &field, T value)
+{
+    if (field == value)
+        return false;
+    field = std::move(value);
+    return true;
+}
+
+} // namespace
+
+MainViewModel::Services
+MainViewModel::Services::standard(std::shared_ptr<FilePanelPresenting> panelPresenter,
+                                  std::shared_ptr<FolderRevealing> revealer,
+                                  std::shared_ptr<SupportPresenting> supportPresenter)
+{
+    const std::optional<QString> ffmpeg = ResourceLocator().ffmpegPath();
+    auto analysisRunner = std::make_shared<FFmpegRunner>(ffmpeg);
+    auto processingRunner = std::make_shared<FFmpegRunner>(ffmpeg);
+    auto processingAnalysisRunner = std::make_shared<FFmpegRunner>(ffmpeg);
+    return {
+        std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
+        panelPresenter ? std::move(panelPresenter) : std::make_shared<NoPanels>(),
+        std::make_shared<OutputPathService>(),
+        OutputFolderBookmarkStore(std::shared_ptr<QSettings>(UserPreferences::open())),
+        std::make_shared<LoudnessAnalysisService>(analysisRunner),
+        std::make_shared<LoudnessProcessingService>(
+            processingRunner, std::make_shared<LoudnessAnalysisService>(processingAnalysisRunner)),
+        supportPresenter ? std::move(supportPresenter) : std::make_shared<NoSupportWindow>(),
+        revealer ? std::move(revealer) : std::make_shared<NoReveal>(),
+    };
+}
+
+MainViewModel::MainViewModel(Services services, QObject *parent)
+    : QObject(parent)
+    , m_services(std::move(services))
+{
+    m_queue.setSelection(&m_selectedIDs);
+    m_queue.setOutputMode(m_settings.outputFormatMode);
+    // Jobs only wait on ffmpeg; several runs may overlap, three jobs each.
+    m_pool.setMaxThreadCount(4 * maxParallelJobs);
+}
+
+MainViewModel::~MainViewModel()
+{
+    // Ends every ffmpeg child within a poll interval, so the wait below is short.
+    m_analysisCancellation->cancel();
+    m_processingCancellation->cancel();
+    m_pool.waitForDone();
+}
+
+// ---- settings and derived values ----------------------------------------------------------------
+
+void MainViewModel::setSettings(const ProcessingSettings &settings)
+{
+    if (settings == m_settings)
+        return;
+    const bool folderChanged = settings.outputFolderURL != m_settings.outputFolderURL;
+    m_settings = settings;
+    m_queue.setOutputMode(m_settings.outputFormatMode);
+    if (folderChanged)
+        revalidateOutputFolder();
+    Q_EMIT settingsChanged();
+    Q_EMIT derivedChanged();
+}
+
+std::optional<QString> MainViewModel::destinationOf(const QUuid &id) const
+{
+    const auto found = m_destinations.constFind(id);
+    return found == m_destinations.cend() ? std::nullopt : std::optional(*found);
+}
+
+QList<QUuid> MainViewModel::effectiveTargetIDs() const
+{
+    QList<QUuid> selected;
+    QList<QUuid> all;
+    all.reserve(queue().size());
+    for (const AudioFileItem &item : queue()) {
+        all.append(item.id);
+        if (m_selectedIDs.contains(item.id))
+            selected.append(item.id);
+    }
+    return selected.isEmpty() ? all : selected;
+}
+
+int MainViewModel::folderCount() const
+{
+    QSet<QStringView> folders;
+    for (const AudioFileItem &item : queue()) {
+        const qsizetype slash = item.relativePath.lastIndexOf(u'/');
+        if (slash > 0)
+            folders.insert(QStringView(item.relativePath).left(slash));
+    }
+    return static_cast<int>(folders.size());
+}
+
+bool MainViewModel::allSelected() const
+{
+    return !queue().isEmpty() && m_selectedIDs.size() == queue().size();
+}
+
+bool MainViewModel::canProcess() const
+{
+    return !queue().isEmpty() && m_settings.outputFolderURL.has_value();
+}
+
+bool MainViewModel::hasUnanalyzedFiles() const
+{
+    return std::any_of(queue().cbegin(), queue().cend(),
+                       [](const AudioFileItem &item) { return !item.measurement; });
+}
+
+QString MainViewModel::processButtonTitle() const
+{
+    if (!m_selectedIDs.isEmpty())
+        return L::processSelected(static_cast<int>(effectiveTargetIDs().size()));
+    if (!queue().isEmpty())
+        return L::processFiles(fileCount());
+    return L::processFilesNone();
+}
+
+QString MainViewModel::statusText() const
+{
+    switch (m_screenState) {
+    case AppScreenState::Idle:
+        return m_isAnalyzing ? L::analyzingProgress(analysisDone(), analysisTotal())
+                             : L::filesReady(fileCount());
+    case AppScreenState::Processing:
+        // Counted against the whole queue even when only a selection runs.
+        return L::processingProgress(m_processedCount, fileCount());
+    case AppScreenState::Completed:
+        return L::complete();
+    }
+    return {};
+}
+
+QString MainViewModel::footerLeadingText() const
+{
+    return L::files(fileCount());
+}
+
+QString MainViewModel::footerTrailingText() const
+{
+    return m_settings.outputFolderURL.value_or(L::noOutputFolder());
+}
+
+std::optional<QString> MainViewModel::noticeText(const ImportSummary &summary) const
+{
+    QStringList parts;
+    if (!summary.items.isEmpty())
+        parts.append(L::added(static_cast<int>(summary.items.size())));
+    if (summary.duplicateCount > 0)
+        parts.append(L::alreadyInQueue(summary.duplicateCount));
+    if (summary.unsupportedCount > 0)
+        parts.append(L::unsupportedIgnored(summary.unsupportedCount));
+    if (parts.isEmpty())
+        return std::nullopt;
+    return parts.join(QStringLiteral(" \u00b7 "));
+}
+
+void MainViewModel::retranslate()
+{
+    if (m_lastImport)
+        setImportNotice(noticeText(*m_lastImport));
+    revalidateOutputFolder();
+    m_queue.retranslate();
+    Q_EMIT derivedChanged();
+}
+
+// ---- queue
+// ----------------------------------------------------------------------------------------
+
+void MainViewModel::restoreOutputFolder()
+{
+    if (m_settings.outputFolderURL)
+        return;
+    if (const auto folder = m_services.bookmarkStore.restore()) {
+        m_settings.outputFolderURL = folder;
+        Q_EMIT settingsChanged();
+        Q_EMIT derivedChanged();
+    }
+}
+
+void MainViewModel::selectFiles()
+{
+    importPaths(m_services.panelPresenter->presentFilePanel(extensionsOfAllFormats()));
+}
+
+void MainViewModel::selectFolder()
+{
+    const QStringList folders = m_services.panelPresenter->presentFolderPanel();
+    if (!folders.isEmpty())
+        importPaths(folders);
+}
+
+void MainViewModel::importURLs(const QList<QUrl> &urls)
+{
+    QStringList paths;
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    }
+    // A drop of something that is no local file still says so.
+    if (paths.size() < urls.size()) {
+        for (qsizetype i = paths.size(); i < urls.size(); ++i)
+            paths.append(QString());
+    }
+    importPaths(paths);
+}
+
+void MainViewModel::importPaths(const QStringList &paths)
+{
+    if (paths.isEmpty())
+        return;
+    ImportSummary summary = m_services.importService->importURLs(paths, queue());
+    m_queue.append(summary.items);
+    setImportNotice(noticeText(summary));
+    summary.items.clear();
+    m_lastImport = std::move(summary);
+    revalidateOutputFolder();
+    analyzeQueue();
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::toggleSelection(const QString &id)
+{
+    toggleSelection(QUuid::fromString(id));
+}
+
+void MainViewModel::toggleSelection(const QUuid &id)
+{
+    if (m_selectedIDs.contains(id))
+        m_selectedIDs.remove(id);
+    else if (m_queue.find(id))
+        m_selectedIDs.insert(id);
+    else
+        return;
+    m_queue.selectionChanged({id});
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::toggleSelectAll()
+{
+    if (allSelected()) {
+        m_selectedIDs.clear();
+    } else {
+        m_selectedIDs.clear();
+        m_selectedIDs.reserve(queue().size());
+        for (const AudioFileItem &item : queue())
+            m_selectedIDs.insert(item.id);
+    }
+    m_queue.selectionChangedEverywhere();
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::removeItem(const QString &id)
+{
+    removeItem(QUuid::fromString(id));
+}
+
+void MainViewModel::removeItem(const QUuid &id)
+{
+    m_queue.remove({id});
+    m_selectedIDs.remove(id);
+    m_analyzingIDs.remove(id);
+    revalidateOutputFolder();
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::removeSelected()
+{
+    if (m_selectedIDs.isEmpty())
+        return;
+    m_queue.remove(m_selectedIDs);
+    m_analyzingIDs.subtract(m_selectedIDs);
+    m_selectedIDs.clear();
+    revalidateOutputFolder();
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::clearQueue()
+{
+    // Running analyses stop through the old token; later ones get a new one.
+    m_analysisCancellation->cancel();
+    m_analysisCancellation = std::make_shared<CancellationToken>();
+    resetAnalysisState();
+    m_queue.clear();
+    m_selectedIDs.clear();
+    m_lastImport.reset();
+    setImportNotice(std::nullopt);
+    revalidateOutputFolder();
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::chooseOutputFolder()
+{
+    const auto folder = m_services.panelPresenter->presentDestinationFolderPanel();
+    if (!folder)
+        return;
+    m_settings.outputFolderURL = *folder;
+    m_services.bookmarkStore.save(*folder);
+    revalidateOutputFolder();
+    Q_EMIT settingsChanged();
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::revalidateOutputFolder()
+{
+    if (!m_settings.outputFolderURL) {
+        setOutputWarning(std::nullopt);
+        return;
+    }
+    QStringList sources;
+    sources.reserve(queue().size());
+    for (const AudioFileItem &item : queue())
+        sources.append(item.sourceURL);
+    const QString root = standardizedPath(*m_settings.outputFolderURL);
+    if (m_services.outputPathService->isInsideSourceTree(root, sources))
+        setOutputWarning(L::warnInsideSource());
+    else if (!m_services.outputPathService->isWritable(*m_settings.outputFolderURL))
+        setOutputWarning(L::warnNotWritable());
+    else
+        setOutputWarning(std::nullopt);
+}
+
+void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
+{
+    m_queue.update(id, [&status](AudioFileItem &item) { item.status = status; });
+}
+
+// ---- analysis
+// ---------------------------------------------------------------------------------------
+
+void MainViewModel::analyzeQueue()
+{
+    std::vector<std::pair<QUuid, QString>> pending;
+    for (const AudioFileItem &item : queue()) {
+        if (!item.measurement && !m_analyzingIDs.contains(item.id))
+            pending.emplace_back(item.id, item.sourceURL);
+    }
+    if (pending.empty())
+        return;
+    m_analysisProgress.second += static_cast<int>(pending.size());
+    for (const auto &[id, path] : pending) {
+        m_analyzingIDs.insert(id);
+        setStatus(ProcessingStatus::analyzing(), id);
+    }
+    m_isAnalyzing = true;
+    Q_EMIT analysisChanged();
+    Q_EMIT derivedChanged();
+    runAnalysis(std::move(pending));
+}
+
+void MainViewModel::stopAnalysis()
+{
+    m_analysisCancellation->cancel();
+    m_analysisCancellation = std::make_shared<CancellationToken>();
+    for (const QUuid &id : std::as_const(m_analyzingIDs))
+        setStatus(ProcessingStatus::ready(), id);
+    resetAnalysisState();
+}
+
+void MainViewModel::resetAnalysisState()
+{
+    m_analyzingIDs.clear();
+    m_isAnalyzing = false;
+    m_analysisProgress = {0, 0};
+    Q_EMIT analysisChanged();
+    Q_EMIT derivedChanged();
+}
+
+void MainViewModel::runAnalysis(std::vector<std::pair<QUuid, QString>> pending)
+{
+    using Entry = std::pair<QUuid, QString>;
+    const CancellationTokenPtr token = m_analysisCancellation;
+    const std::shared_ptr<const LoudnessAnalyzing> analyzer = m_services.analysisService;
+    const double target = m_settings.effectiveTargetLUFS();
+    const double ceiling = m_settings.truePeakCeiling;
+
+    BoundedTaskGroup<Entry, AnalysisResult>::Callbacks callbacks;
+    callbacks.work = [analyzer, token, target, ceiling](const Entry &entry) -> AnalysisResult {
+        try {
+            LoudnessMeasurement measurement =
+                analyzer->analyze(entry.second, target, ceiling, *token);
+            // ffmpeg stopped half-way still prints what it measured of the part
+            // it read; that is not the file's loudness.
+            if (token->isCancelled())
+                return {entry.first, std::nullopt};
+            return {entry.first, measurement};
+        } catch (...) {
+            return {entry.first, std::nullopt};
+        }
+    };
+    callbacks.delivered = [this](const Entry &, AnalysisResult &&result) {
+        applyMeasurement(result.measurement, result.id);
+        m_analyzingIDs.remove(result.id);
+        ++m_analysisProgress.first;
+        Q_EMIT analysisChanged();
+        Q_EMIT derivedChanged();
+    };
+    callbacks.finished = [this] {
+        // Other runs may still be going, or a cancelled run left entries unsent.
+        if (m_analyzingIDs.isEmpty() && (m_isAnalyzing || m_analysisProgress != std::pair(0, 0)))
+            resetAnalysisState();
+    };
+    BoundedTaskGroup<Entry, AnalysisResult>::start(this, &m_pool, maxParallelJobs,
+                                                   std::move(pending), token, std::move(callbacks));
+}
+
+void MainViewModel::applyMeasurement(const std::optional<LoudnessMeasurement> &measurement,
+                                     const QUuid &id)
+{
+    m_queue.update(id, [&measurement](AudioFileItem &item) {
+        if (measurement) {
+            item.measurement = measurement;
+            item.measuredLUFS = std::isfinite(measurement->inputI)
+                                    ? std::optional(measurement->inputI)
+                                    : std::nullopt;
+        }
+        // A late answer must not undo what processing has since shown.
+        if (item.status.kind() == ProcessingStatus::Kind::Analyzing)
+            item.status = ProcessingStatus::ready();
+    });
+}
+
+// ---- processing
+// -------------------------------------------------------------------------------------
+
+void MainViewModel::process()
+{
+    const QList<QUuid> targets = effectiveTargetIDs();
+    if (targets.isEmpty() || !m_settings.outputFolderURL ||
+        m_screenState == AppScreenState::Processing)
+        return;
+    // Analysis stops for good (its token stays cancelled until the queue is
+    // cleared); what it had not reached yet is measured by the processing pass.
+    m_analysisCancellation->cancel();
+    for (const QUuid &id : std::as_const(m_analyzingIDs))
+        setStatus(ProcessingStatus::ready(), id);
+    m_analyzingIDs.clear();
+    m_isAnalyzing = false;
+    Q_EMIT analysisChanged();
+    m_processingCancellation = std::make_shared<CancellationToken>();
+    runProcessing(targets);
+}
+
+std::vector<MainViewModel::ProcessingJob> MainViewModel::resolveJobs(const QList<QUuid> &targets,
+                                                                     const QString &outputRoot)
+{
+    std::vector<ProcessingJob> jobs;
+    jobs.reserve(targets.size());
+    QSet<QString> reserved;
+    m_destinations.clear();
+    for (const QUuid &id : targets) {
+        const AudioFileItem *item = m_queue.find(id);
+        if (!item)
+            continue;
+        const OutputDestination destination =
+            OutputDestination::forItem(*item, m_settings, outputRoot, reserved);
+        m_destinations.insert(id, destination.path);
+        jobs.push_back({*item, destination.path, destination.encoding});
+    }
+    return jobs;
+}
+
+void MainViewModel::runProcessing(const QList<QUuid> &targets)
+{
+    const ProcessingSettings settings = m_settings;
+    const CancellationTokenPtr token = m_processingCancellation;
+    const std::shared_ptr<const LoudnessProcessing> processor = m_services.processingService;
+    auto jobs = std::make_shared<std::vector<ProcessingJob>>(
+        resolveJobs(targets, *settings.outputFolderURL));
+    const int run = ++m_run;
+
+    m_processedCount = 0;
+    m_runTotal = static_cast<int>(jobs->size());
+    m_currentFileName.reset();
+    if (m_completionSummary) {
+        m_completionSummary.reset();
+        Q_EMIT completionSummaryChanged();
+    }
+    setScreenState(AppScreenState::Processing);
+    Q_EMIT processingProgressChanged();
+
+    using Entry = size_t;
+    std::vector<Entry> indices(jobs->size());
+    for (size_t i = 0; i < indices.size(); ++i)
+        indices[i] = i;
+
+    BoundedTaskGroup<Entry, ProcessingOutput>::Callbacks callbacks;
+    callbacks.submitted = [this, jobs](const Entry &index) {
+        setStatus(ProcessingStatus::processing(), (*jobs)[index].item.id);
+    };
+    callbacks.work = [processor, token, settings, jobs](const Entry &index) -> ProcessingOutput {
+        const ProcessingJob &job = (*jobs)[index];
+        try {
+            return {job.item.id,
+                    processor->process(job.item, job.destination, job.encoding, settings, *token),
+                    nullptr};
+        } catch (...) {
+            return {job.item.id, std::nullopt, std::current_exception()};
+        }
+    };
+    callbacks.delivered = [this, jobs, token, run](const Entry &index, ProcessingOutput &&output) {
+        applyProcessingOutput(output, (*jobs)[index], token->isCancelled());
+        if (run != m_run)
+            return;
+        ++m_processedCount;
+        const auto working =
+            std::find_if(queue().cbegin(), queue().cend(), [](const AudioFileItem &item) {
+                return item.status.kind() == ProcessingStatus::Kind::Processing;
+            });
+        if (working != queue().cend())
+            m_currentFileName = fileNameOf(working->sourceURL);
+        Q_EMIT processingProgressChanged();
+        Q_EMIT derivedChanged();
+    };
+    callbacks.finished = [this, jobs, token, run, normalized = settings.normalizeLoudness] {
+        if (run != m_run)
+            return;
+        if (token->isCancelled()) {
+            setScreenState(AppScreenState::Idle);
+            setCurrentFileName(std::nullopt);
+            return;
+        }
+        m_completionSummary = summarize(*jobs, normalized);
+        Q_EMIT completionSummaryChanged();
+        finishToCompletion();
+    };
+    BoundedTaskGroup<Entry, ProcessingOutput>::start(
+        this, &m_pool, maxParallelJobs, std::move(indices), token, std::move(callbacks));
+}
+
+void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const ProcessingJob &job,
+                                          bool cancelled)
+{
+    const QString sourceName = fileNameOf(job.item.sourceURL);
+    bool stopped = cancelled;
+    if (output.error) {
+        try {
+            std::rethrow_exception(output.error);
+        } catch (const ProcessingError &error) {
+            stopped = stopped || error.kind() == ProcessingError::Kind::Cancelled;
+        } catch (...) {
+        }
+    }
+    const bool updated = m_queue.update(output.id, [&](AudioFileItem &item) {
+        if (output.result) {
+            item.result = output.result;
+            item.errorDetails.reset();
+            item.status = output.result->outcome == ProcessingOutcome::PeakLimited
+                              ? ProcessingStatus::warning(output.result->warningMessage.value_or(
+                                    ProcessingOutcomes::rawValue(ProcessingOutcome::PeakLimited)))
+                              : ProcessingStatus::done();
+            return;
+        }
+        // Whatever a job ends with once the user has cancelled is a
+        // cancellation, never a failure: stopping ffmpeg half-way makes the
+        // measuring pass or the encoder fail on purpose.
+        ProcessingResult record{sourceName, fileNameOf(job.destination),  {}, {}, {},
+                                {},         ProcessingOutcome::Cancelled, {}};
+        if (stopped) {
+            item.status = ProcessingStatus::cancelled();
+            item.errorDetails.reset();
+        } else {
+            FriendlyError friendly{L::damagedMessage(sourceName), std::nullopt};
+            try {
+                std::rethrow_exception(output.error);
+            } catch (const std::exception &error) {
+                friendly = ErrorTranslator::translate(error, sourceName);
+            } catch (...) {
+            }
+            item.status = ProcessingStatus::failed(friendly.message);
+            item.errorDetails = friendly.details;
+            record.outcome = ProcessingOutcome::Failed;
+        }
+        item.result = record;
+    });
+    if (updated)
+        Q_EMIT itemFinished(output.id);
+}
+
+CompletionSummary MainViewModel::summarize(const std::vector<ProcessingJob> &jobs,
+                                           bool normalized) const
+{
+    CompletionSummary summary;
+    summary.normalized = normalized;
+    for (const ProcessingJob &job : jobs) {
+        const AudioFileItem *item = m_queue.find(job.item.id);
+        if (!item || !item->result || item->result->outcome == ProcessingOutcome::Cancelled)
+            continue;
+        ++summary.totalProcessed;
+        switch (item->result->outcome) {
+        case ProcessingOutcome::Success:
+            ++summary.reachedTarget;
+            break;
+        case ProcessingOutcome::PeakLimited:
+            ++summary.peakLimited;
+            break;
+        case ProcessingOutcome::Failed:
+            ++summary.failed;
+            break;
+        case ProcessingOutcome::Cancelled:
+            break;
+        }
+    }
+    return summary;
+}
+
+void MainViewModel::finishToCompletion()
+{
+    setScreenState(AppScreenState::Completed);
+    if (m_settings.revealInFinderWhenComplete && m_settings.outputFolderURL)
+        m_services.revealer->revealFolder(*m_settings.outputFolderURL);
+}
+
+void MainViewModel::cancelProcessing()
+{
+    m_processingCancellation->cancel();
+    setScreenState(AppScreenState::Idle);
+    setCurrentFileName(std::nullopt);
+}
+
+void MainViewModel::startNewBatch()
+{
+    clearQueue();
+    if (m_completionSummary) {
+        m_completionSummary.reset();
+        Q_EMIT completionSummaryChanged();
+    }
+    m_processedCount = 0;
+    Q_EMIT processingProgressChanged();
+    setScreenState(AppScreenState::Idle);
+}
+
+void MainViewModel::exportReport()
+{
+    QList<ProcessingResult> results;
+    for (const AudioFileItem &item : queue()) {
+        if (item.result)
+            results.append(*item.result);
+    }
+    if (results.isEmpty())
+        return;
+    const auto path = m_services.panelPresenter->presentSavePanel(
+        QStringLiteral("Tonbrook Report.csv"), QStringLiteral("csv"));
+    if (!path)
+        return;
+    const auto problem = CSVReportService::write(*path, results);
+    setReportError(problem ? std::optional(L::reportNotSaved(*problem)) : std::nullopt);
+}
+
+void MainViewModel::waitForBackgroundWork()
+{
+    m_pool.waitForDone();
+}
+
+void MainViewModel::revealOutputFolder()
+{
+    if (m_settings.outputFolderURL)
+        m_services.revealer->revealFolder(*m_settings.outputFolderURL);
+}
+
+void MainViewModel::showSupport()
+{
+    m_services.supportPresenter->showSupport();
+}
+
+// ---- published fields ---------------------------------------------------------------------------
+
+void MainViewModel::setScreenState(AppScreenState state)
+{
+    if (assign(m_screenState, state)) {
+        Q_EMIT screenStateChanged();
+        Q_EMIT derivedChanged();
+    }
+}
+
+void MainViewModel::setImportNotice(std::optional<QString> notice)
+{
+    if (assign(m_importNotice, std::move(notice)))
+        Q_EMIT importNoticeChanged();
+}
+
+void MainViewModel::setOutputWarning(std::optional<QString> warning)
+{
+    if (assign(m_outputWarning, std::move(warning)))
+        Q_EMIT outputWarningChanged();
+}
+
+void MainViewModel::setReportError(std::optional<QString> error)
+{
+    if (assign(m_reportError, std::move(error)))
+        Q_EMIT reportErrorChanged();
+}
+
+void MainViewModel::setCurrentFileName(std::optional<QString> name)
+{
+    if (assign(m_currentFileName, std::move(name)))
+        Q_EMIT processingProgressChanged();
+}

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/QueueModel.h"
+
+#include "engine/NumberFormat.h"
+#include "localization/L.h"
+
+namespace {
+
+QString fileNameOf(const AudioFileItem &item)
+{
+    return item.sourceURL.mid(item.sourceURL.lastIndexOf(u'/') + 1);
+}
+
+QString outputLabel(const AudioFileItem &item, OutputFormatMode mode)
+{
+    if (mode == OutputFormatMode::KeepOriginal)
+        return SourceAudioFormats::rawValue(item.sourceFormat).toUpper();
+    return OutputFormatModes::rawValue(mode).toUpper();
+}
+
+} // namespace
+
+QueueModel::QueueModel(QObject *parent)
+    : QAbstractListModel(parent)
+{}
+
+int QueueModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_items.size());
+}
+
+QString QueueModel::statusName(ProcessingStatus::Kind kind)
+{
+    switch (kind) {
+    case ProcessingStatus::Kind::Warning:
+        return QStringLiteral("warning");
+    case ProcessingStatus::Kind::Failed:
+        return QStringLiteral("failed");
+    case ProcessingStatus::Kind::Ready:
+        return QStringLiteral("ready");
+    case ProcessingStatus::Kind::Analyzing:
+        return QStringLiteral("analyzing");
+    case ProcessingStatus::Kind::Processing:
+        return QStringLiteral("processing");
+    case ProcessingStatus::Kind::Done:
+        return QStringLiteral("done");
+    case ProcessingStatus::Kind::Cancelled:
+        return QStringLiteral("cancelled");
+    }
+    return {};
+}
+
+QVariant QueueModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() < 0 || index.row() >= m_items.size())
+        return {};
+    const AudioFileItem &item = m_items.at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+    case FileNameRole:
+        return fileNameOf(item);
+    case IdRole:
+        return item.id.toString(QUuid::WithoutBraces);
+    case RelativePathRole:
+        return item.relativePath;
+    case SourceLabelRole:
+        return SourceAudioFormats::rawValue(item.sourceFormat).toUpper();
+    case LoudnessTextRole:
+        return item.measuredLUFS
+                   ? NumberFormat::fixed(*item.measuredLUFS, 1) + QStringLiteral(" LUFS")
+                   : QStringLiteral("\u2014");
+    case OutputLabelRole:
+        return outputLabel(item, m_outputMode);
+    case StatusRole:
+        return statusName(item.status.kind());
+    case StatusTextRole:
+        return L::statusName(item.status.kind());
+    case StatusMessageRole:
+        return item.status.message();
+    case ErrorDetailsRole:
+        return item.errorDetails.value_or(QString());
+    case SelectedRole:
+        return m_selected && m_selected->contains(item.id);
+    case BusyRole:
+        return item.status.kind() == ProcessingStatus::Kind::Analyzing ||
+               item.status.kind() == ProcessingStatus::Kind::Processing;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> QueueModel::roleNames() const
+{
+    return {{IdRole, "itemId"},
+            {FileNameRole, "fileName"},
+            {RelativePathRole, "relativePath"},
+            {SourceLabelRole, "sourceLabel"},
+            {LoudnessTextRole, "loudnessText"},
+            {OutputLabelRole, "outputLabel"},
+            {StatusRole, "status"},
+            {StatusTextRole, "statusText"},
+            {StatusMessageRole, "statusMessage"},
+            {ErrorDetailsRole, "errorDetails"},
+            {SelectedRole, "selected"},
+            {BusyRole, "busy"}};
+}
+
+const AudioFileItem *QueueModel::find(const QUuid &id) const
+{
+    const auto row = m_rows.constFind(id);
+    return row == m_rows.cend() ? nullptr : &m_items.at(*row);
+}
+
+std::optional<int> QueueModel::rowOf(const QUuid &id) const
+{
+    const auto row = m_rows.constFind(id);
+    return row == m_rows.cend() ? std::nullopt : std::optional(*row);
+}
+
+void QueueModel::append(const QList<AudioFileItem> &items)
+{
+    if (items.isEmpty())
+        return;
+    const int first = static_cast<int>(m_items.size());
+    beginInsertRows({}, first, first + static_cast<int>(items.size()) - 1);
+    m_items.append(items);
+    m_rows.reserve(m_items.size());
+    for (int row = first; row < m_items.size(); ++row)
+        m_rows.insert(m_items.at(row).id, row);
+    endInsertRows();
+}
+
+bool QueueModel::update(const QUuid &id, const std::function<void(AudioFileItem &)> &change)
+{
+    const auto row = rowOf(id);
+    if (!row)
+        return false;
+    change(m_items[*row]);
+    const QModelIndex at = index(*row);
+    Q_EMIT dataChanged(at, at);
+    return true;
+}
+
+void QueueModel::remove(const QSet<QUuid> &ids)
+{
+    QList<int> rows;
+    for (const QUuid &id : ids) {
+        if (const auto row = rowOf(id))
+            rows.append(*row);
+    }
+    if (rows.isEmpty())
+        return;
+    if (rows.size() == 1) {
+        beginRemoveRows({}, rows.first(), rows.first());
+        m_items.removeAt(rows.first());
+        reindex();
+        endRemoveRows();
+        return;
+    }
+    // Many scattered rows: one reset is far cheaper for views than a signal per row.
+    beginResetModel();
+    m_items.removeIf([&ids](const AudioFileItem &item) { return ids.contains(item.id); });
+    reindex();
+    endResetModel();
+}
+
+void QueueModel::clear()
+{
+    if (m_items.isEmpty())
+        return;
+    beginResetModel();
+    m_items.clear();
+    m_rows.clear();
+    endResetModel();
+}
+
+void QueueModel::setSelection(const QSet<QUuid> *selected)
+{
+    m_selected = selected;
+}
+
+void QueueModel::selectionChanged(const QList<QUuid> &ids)
+{
+    for (const QUuid &id : ids) {
+        if (const auto row = rowOf(id)) {
+            const QModelIndex at = index(*row);
+            Q_EMIT dataChanged(at, at, {SelectedRole});
+        }
+    }
+}
+
+void QueueModel::selectionChangedEverywhere()
+{
+    everyRowChanged({SelectedRole});
+}
+
+void QueueModel::setOutputMode(OutputFormatMode mode)
+{
+    if (mode == m_outputMode)
+        return;
+    m_outputMode = mode;
+    everyRowChanged({OutputLabelRole});
+}
+
+void QueueModel::retranslate()
+{
+    everyRowChanged({StatusTextRole});
+}
+
+void QueueModel::reindex()
+{
+    m_rows.clear();
+    m_rows.reserve(m_items.size());
+    for (int row = 0; row < m_items.size(); ++row)
+        m_rows.insert(m_items.at(row).id, row);
+}
+
+void QueueModel::everyRowChanged(const QList<int> &roles)
+{
+    if (!m_items.isEmpty())
+        Q_EMIT dataChanged(index(0), index(static_cast<int>(m_items.size()) - 1), roles);
+}

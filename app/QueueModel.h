@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "model/AudioFileItem.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QSet>
+
+#include <functional>
+#include <optional>
+
+// The queue itself, and the list the window shows. Items are values found by
+// id; changing one item changes one row, so a queue of 100,000 stays cheap to
+// keep on screen. The controller is the only writer.
+class QueueModel final : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    enum Role
+    {
+        IdRole = Qt::UserRole + 1,
+        FileNameRole,
+        RelativePathRole,
+        SourceLabelRole,
+        LoudnessTextRole,
+        OutputLabelRole,
+        StatusRole,        // "ready", "analyzing", ... "cancelled"
+        StatusTextRole,    // the badge's word in the interface language
+        StatusMessageRole, // what a warning or failure says, else empty
+        ErrorDetailsRole,
+        SelectedRole,
+        BusyRole, // analysing or processing
+    };
+
+    explicit QueueModel(QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    const QList<AudioFileItem> &items() const { return m_items; }
+    const AudioFileItem *find(const QUuid &id) const;
+    std::optional<int> rowOf(const QUuid &id) const;
+
+    void append(const QList<AudioFileItem> &items);
+    // Changes the item with this id in place; false when there is none.
+    bool update(const QUuid &id, const std::function<void(AudioFileItem &)> &change);
+    // Removes every item whose id is in the set, keeping the others' order.
+    void remove(const QSet<QUuid> &ids);
+    void clear();
+
+    // What rows show beside the items themselves.
+    void setSelection(const QSet<QUuid> *selected);
+    void selectionChanged(const QList<QUuid> &ids);
+    void selectionChangedEverywhere();
+    void setOutputMode(OutputFormatMode mode);
+    // Texts are read again in the interface language of the moment.
+    void retranslate();
+
+    static QString statusName(ProcessingStatus::Kind kind);
+
+private:
+    void reindex();
+    void everyRowChanged(const QList<int> &roles);
+
+    QList<AudioFileItem> m_items;
+    QHash<QUuid, int> m_rows;
+    const QSet<QUuid> *m_selected = nullptr;
+    OutputFormatMode m_outputMode = OutputFormatMode::KeepOriginal;
+};

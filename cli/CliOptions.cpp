@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CliOptions.h"
+
+#include "engine/NumberFormat.h"
+#include "localization/L.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+QString presetChoices()
+{
+    QStringList ids;
+    for (const LoudnessPreset &preset : LoudnessPreset::builtIn())
+        ids.append(preset.id);
+    return ids.join(QStringLiteral(", "));
+}
+
+QString absolute(const QString &path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+} // namespace
+
+CliParseResult parseCliOptions(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(L::cliDescription());
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    const QCommandLineOption output({QStringLiteral("o"), QStringLiteral("output")},
+                                    L::cliOutputOption(), QStringLiteral("DIR"));
+    const QCommandLineOption preset(QStringLiteral("preset"), L::cliPresetOption(presetChoices()),
+                                    QStringLiteral("ID"));
+    const QCommandLineOption target(QStringLiteral("target"), L::cliTargetOption(),
+                                    QStringLiteral("LUFS"));
+    const QCommandLineOption ceiling(QStringLiteral("ceiling"), L::cliCeilingOption(),
+                                     QStringLiteral("DBTP"));
+    const QCommandLineOption noNormalize(QStringLiteral("no-normalize"), L::cliNoNormalizeOption());
+    const QCommandLineOption format(QStringLiteral("format"), L::cliFormatOption(),
+                                    QStringLiteral("MODE"));
+    const QCommandLineOption sampleRate(QStringLiteral("sample-rate"), L::cliSampleRateOption(),
+                                        QStringLiteral("MODE"));
+    const QCommandLineOption bitDepth(QStringLiteral("bit-depth"), L::cliBitDepthOption(),
+                                      QStringLiteral("N"));
+    const QCommandLineOption prefix(QStringLiteral("prefix"), L::cliPrefixOption(),
+                                    QStringLiteral("TEXT"));
+    const QCommandLineOption report(QStringLiteral("report"), L::cliReportOption(),
+                                    QStringLiteral("FILE"));
+    const QCommandLineOption analyzeOnly(QStringLiteral("analyze-only"), L::cliAnalyzeOnlyOption());
+    const QCommandLineOption json(QStringLiteral("json"), L::cliJsonOption());
+    const QCommandLineOption language(QStringLiteral("language"), L::cliLanguageOption(),
+                                      QStringLiteral("L"));
+    parser.addOptions({output, preset, target, ceiling, noNormalize, format, sampleRate, bitDepth,
+                       prefix, report, analyzeOnly, json, language});
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("PATH"), L::cliPathsArgument(),
+                                 QStringLiteral("PATH..."));
+
+    CliParseResult parsed;
+    parsed.usage = L::cliUsage(QStringLiteral("tonbrook-cli"));
+    if (!parser.parse(arguments)) {
+        parsed.error = parser.errorText();
+        return parsed;
+    }
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp(0);
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+
+    CliOptions options;
+    const auto invalid = [&parsed, &parser](const QCommandLineOption &option) {
+        parsed.error = L::cliInvalidValue(QStringLiteral("--") + option.names().constLast(),
+                                          parser.value(option));
+        return parsed;
+    };
+    if (parser.isSet(preset)) {
+        const auto chosen = LoudnessPreset::builtIn(parser.value(preset));
+        if (!chosen)
+            return invalid(preset);
+        options.settings.selectedPreset = *chosen;
+    }
+    if (parser.isSet(target)) {
+        const auto value = NumberFormat::parseDouble(parser.value(target));
+        if (!value || *value < -70 || *value > -5)
+            return invalid(target);
+        options.settings.selectedPreset = *LoudnessPreset::builtIn(u"custom");
+        options.settings.customTargetLUFS = *value;
+    }
+    if (parser.isSet(ceiling)) {
+        const auto value = NumberFormat::parseDouble(parser.value(ceiling));
+        if (!value || *value < -9 || *value > 0)
+            return invalid(ceiling);
+        options.settings.truePeakCeiling = *value;
+    }
+    options.settings.normalizeLoudness = !parser.isSet(noNormalize);
+    if (parser.isSet(format)) {
+        const auto mode = OutputFormatModes::fromRawValue(parser.value(format));
+        if (!mode)
+            return invalid(format);
+        options.settings.outputFormatMode = *mode;
+    }
+    if (parser.isSet(sampleRate)) {
+        const auto mode = SampleRateModes::fromRawValue(parser.value(sampleRate));
+        if (!mode)
+            return invalid(sampleRate);
+        options.settings.sampleRateMode = *mode;
+    }
+    if (parser.isSet(bitDepth)) {
+        bool number = false;
+        const auto depth = OutputBitDepths::fromRawValue(parser.value(bitDepth).toInt(&number));
+        if (!number || !depth)
+            return invalid(bitDepth);
+        options.settings.bitDepth = *depth;
+    }
+    if (parser.isSet(prefix)) {
+        if (parser.value(prefix).isEmpty())
+            return invalid(prefix);
+        options.settings.addPrefix = true;
+        options.settings.prefix = parser.value(prefix);
+    }
+    if (parser.isSet(language)) {
+        const auto chosen = AppLanguages::fromRawValue(parser.value(language));
+        if (!chosen)
+            return invalid(language);
+        options.language = *chosen;
+    }
+    options.analyzeOnly = parser.isSet(analyzeOnly);
+    options.json = parser.isSet(json);
+    if (parser.isSet(report))
+        options.reportPath = absolute(parser.value(report));
+    if (parser.isSet(output))
+        options.settings.outputFolderURL = absolute(parser.value(output));
+    else if (!options.analyzeOnly) {
+        parsed.error = L::cliNeedsOutput();
+        return parsed;
+    }
+    // The window's "reveal when done" has no meaning here.
+    options.settings.revealInFinderWhenComplete = false;
+    for (const QString &path : parser.positionalArguments())
+        options.paths.append(absolute(path));
+    if (options.paths.isEmpty()) {
+        parsed.error = L::cliNeedsPaths();
+        return parsed;
+    }
+    parsed.options = options;
+    return parsed;
+}
