@@ -676,7 +676,7 @@ CompletionSummary MainViewModel::summarize(const std::vector<ProcessingJob> &job
 void MainViewModel::finishToCompletion()
 {
     setScreenState(AppScreenState::Completed);
-    if (m_settings.revealInFinderWhenComplete && m_settings.outputFolderURL)
+    if (m_settings.revealInFinderWhenComplete && m_settings.outputFolderURL && m_services.revealer)
         m_services.revealer->revealFolder(*m_settings.outputFolderURL);
 }
 
@@ -723,13 +723,14 @@ void MainViewModel::waitForBackgroundWork()
 
 void MainViewModel::revealOutputFolder()
 {
-    if (m_settings.outputFolderURL)
+    if (m_settings.outputFolderURL && m_services.revealer)
         m_services.revealer->revealFolder(*m_settings.outputFolderURL);
 }
 
 void MainViewModel::showSupport()
 {
-    m_services.supportPresenter->showSupport();
+    if (m_services.supportPresenter)
+        m_services.supportPresenter->showSupport();
 }
 
 // ---- published fields ---------------------------------------------------------------------------

@@ -61,7 +61,10 @@ CliSession::~CliSession() = default;
 
 void CliSession::start()
 {
+    // The import starts measuring at once; its notice is printed before any progress.
+    m_started = false;
     m_controller->importPaths(m_options.paths);
+    m_started = true;
     if (const auto notice = m_controller->importNotice(); notice && !m_options.json)
         m_out << *notice << Qt::endl;
     if (m_controller->queue().isEmpty()) {
@@ -76,7 +79,7 @@ void CliSession::start()
 
 void CliSession::analysisMoved()
 {
-    if (m_ended || m_processing)
+    if (m_ended || m_processing || !m_started)
         return;
     showProgress();
     if (m_controller->isAnalyzing())
@@ -214,7 +217,7 @@ void CliSession::end(int status)
 
 void CliSession::showProgress()
 {
-    if (!m_interactive || m_ended || m_options.json)
+    if (!m_interactive || m_ended || m_options.json || !m_started)
         return;
     QString line;
     if (m_controller->screenState() == AppScreenState::Processing) {

@@ -49,4 +49,5 @@ private:
     bool m_interactive = false;
     bool m_processing = false;
     bool m_ended = false;
+    bool m_started = false;
 };

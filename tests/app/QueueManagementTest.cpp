@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The queue, the selection, the output folder and the texts derived from them.
+#include "../localization/LanguageFixture.h"
+#include "ControllerFixture.h"
+#include "localization/L.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+class QueueManagementTest : public QObject
+{
+    Q_OBJECT
+
+    LanguageFixture m_language;
+
+private Q_SLOTS:
+    void init() { m_language.manager().setSelection(AppLanguage::En); }
+
+    void importNotice()
+    {
+        ControllerFixture f;
+        const QStringList first =
+            f.files({QStringLiteral("a.wav"), QStringLiteral("b.wav"), QStringLiteral("c.wav")});
+        f.vm().importPaths(first +
+                           f.files({QStringLiteral("notes.txt"), QStringLiteral("cover.jpg")}) +
+                           QStringList{first.first()});
+        QCOMPARE(f.vm().importNotice(),
+                 std::optional(QStringLiteral(
+                     "3 added \u00b7 1 already in queue \u00b7 2 unsupported ignored")));
+        f.vm().importPaths({}); // nothing given: the notice stays
+        QVERIFY(f.vm().importNotice());
+        f.vm().importPaths({first.last()});
+        QCOMPARE(f.vm().importNotice(), std::optional(QStringLiteral("1 already in queue")));
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("empty"))}); // missing: unsupported
+        f.files({QStringLiteral("quiet/readme.txt")});
+        f.vm().importPaths(
+            {f.dir.filePath(QStringLiteral("in/quiet"))}); // nothing new, nothing skipped
+        QCOMPARE(f.vm().importNotice(), std::nullopt);
+        // The last notice follows the language.
+        f.vm().importPaths({first.first()});
+        m_language.manager().setSelection(AppLanguage::Ru);
+        f.vm().retranslate();
+        QCOMPARE(f.vm().importNotice(), std::optional(QStringLiteral("1 уже в очереди")));
+    }
+
+    void selectionAndTargets()
+    {
+        ControllerFixture f;
+        QVERIFY(!f.vm().allSelected());
+        f.vm().toggleSelectAll(); // an empty queue is never "all selected"
+        QVERIFY(f.vm().selectedIDs().isEmpty());
+        f.vm().importPaths(f.numberedFiles(5));
+        const QList<AudioFileItem> items = f.vm().queue();
+        f.vm().toggleSelection(items[3].id);
+        f.vm().toggleSelection(items[1].id);
+        f.vm().toggleSelection(QUuid::createUuid()); // not queued: ignored
+        QCOMPARE(f.vm().effectiveTargetIDs(), (QList<QUuid>{items[1].id, items[3].id}));
+        QVERIFY(f.vm()
+                    .queueModel()
+                    ->data(f.vm().queueModel()->index(1), QueueModel::SelectedRole)
+                    .toBool());
+        f.vm().removeSelected();
+        QCOMPARE(f.vm().effectiveTargetIDs(),
+                 (QList<QUuid>{items[0].id, items[2].id, items[4].id}));
+        f.vm().toggleSelectAll();
+        QVERIFY(f.vm().allSelected());
+        f.vm().toggleSelectAll();
+        QVERIFY(!f.vm().hasSelection());
+    }
+
+    void oneRowChangesAtATime()
+    {
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(3));
+        QSignalSpy changed(f.vm().queueModel(), &QAbstractItemModel::dataChanged);
+        f.vm().setStatus(ProcessingStatus::done(), f.vm().queue()[1].id);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.first().at(0).value<QModelIndex>().row(), 1);
+        QCOMPARE(changed.first().at(1).value<QModelIndex>().row(), 1);
+    }
+
+    void folderCount()
+    {
+        ControllerFixture f;
+        f.files({QStringLiteral("Drums/Kicks/k1.wav"), QStringLiteral("Drums/Kicks/k2.wav"),
+                 QStringLiteral("Drums/snare.wav")});
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("in"))});
+        f.vm().importPaths(f.files({QStringLiteral("alone.wav")}));
+        QCOMPARE(f.vm().folderCount(), 2);
+        QCOMPARE(f.vm().fileCount(), 4);
+    }
+
+    void outputFolderWarningAndMemory()
+    {
+        ControllerFixture f;
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("in"))});
+        f.vm().importPaths(f.files({QStringLiteral("src/a.wav")}));
+        f.panels->destination = f.dir.filePath(QStringLiteral("in/src/out"));
+        f.vm().chooseOutputFolder();
+        QCOMPARE(f.vm().outputWarning(), std::optional(L::warnInsideSource()));
+        QCOMPARE(f.preferences->value(QStringLiteral("outputFolderBookmark")).toByteArray(),
+                 f.panels->destination->toUtf8());
+        f.vm().clearQueue();
+        QCOMPARE(f.vm().outputWarning(), std::nullopt);
+
+        // A cancelled dialog changes nothing.
+        f.panels->destination.reset();
+        f.vm().chooseOutputFolder();
+        QCOMPARE(f.vm().settings().outputFolderURL,
+                 std::optional(f.dir.filePath(QStringLiteral("in/src/out"))));
+
+        // The next controller on the same preferences finds the folder again, unless it has one.
+        QDir().mkpath(f.dir.filePath(QStringLiteral("in/src/out")));
+        ControllerFixture next;
+        next.preferences->setValue(QStringLiteral("outputFolderBookmark"),
+                                   f.dir.filePath(QStringLiteral("in/src/out")).toUtf8());
+        next.vm().restoreOutputFolder();
+        QCOMPARE(next.vm().settings().outputFolderURL,
+                 std::optional(f.dir.filePath(QStringLiteral("in/src/out"))));
+    }
+
+    void toolbarAndFooterTexts()
+    {
+        ControllerFixture f;
+        QCOMPARE(f.vm().processButtonTitle(), QStringLiteral("Process Files"));
+        QVERIFY(!f.vm().canProcess());
+        QCOMPARE(f.vm().statusText(), QStringLiteral("0 files ready"));
+        QCOMPARE(f.vm().footerTrailingText(), QStringLiteral("No output folder selected"));
+        f.vm().importPaths(f.numberedFiles(5));
+        QCOMPARE(f.vm().processButtonTitle(), QStringLiteral("Process 5 Files"));
+        QVERIFY(!f.vm().canProcess()); // files, but nowhere to write them
+        f.setOutputFolder();
+        QVERIFY(f.vm().canProcess());
+        QCOMPARE(f.vm().footerLeadingText(), QStringLiteral("5 files"));
+        m_language.manager().setSelection(AppLanguage::Ru);
+        QCOMPARE(f.vm().processButtonTitle(), QStringLiteral("Обработать 5 файлов"));
+    }
+
+    void reportExport()
+    {
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(2));
+        f.vm().exportReport(); // no results yet: nothing is asked
+        QCOMPARE(f.panels->saveRequests, 0);
+
+        f.setOutputFolder();
+        f.analyzer->gate.release(QStringLiteral("Take 1.wav"), ControllerFixture::measured());
+        f.analyzer->gate.release(QStringLiteral("Take 2.wav"), ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        f.vm().process();
+        f.processor->gate.release(QStringLiteral("Take 1.wav"), GatedProcessor::writes());
+        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+
+        f.vm().exportReport(); // cancelled
+        QCOMPARE(f.panels->saveRequests, 1);
+        QCOMPARE(f.vm().reportError(), std::nullopt);
+        f.panels->savePath = f.dir.filePath(QStringLiteral("no such folder/report.csv"));
+        f.vm().exportReport();
+        QVERIFY(f.vm().reportError());
+        QVERIFY(f.vm().reportError()->startsWith(QStringLiteral("Could not save the report: ")));
+        f.panels->savePath = f.dir.filePath(QStringLiteral("report.csv"));
+        f.vm().exportReport();
+        QCOMPARE(f.vm().reportError(), std::nullopt);
+        QFile report(*f.panels->savePath);
+        QVERIFY(report.open(QIODevice::ReadOnly));
+        QCOMPARE(report.readAll().count("\r\n"), 3);
+
+        f.vm().startNewBatch();
+        QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
+        QVERIFY(f.vm().queue().isEmpty());
+        QVERIFY(!f.vm().completionSummary());
+    }
+};
+
+QTEST_GUILESS_MAIN(QueueManagementTest)
+#include "QueueManagementTest.moc"

@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// Measuring and processing runs: three at a time, results by id, progress,
+// cancellation, and what a run leaves behind.
+#include "ControllerFixture.h"
+#include "localization/L.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <limits>
+
+using Analysis = GatedAnalyzer::Answer;
+
+class RunOrchestrationTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void threeMeasuredAtOnceTheFourthWhenOneFinishes()
+    {
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(10));
+        QTRY_COMPARE(f.analyzer->gate.running(),
+                     (QStringList{QStringLiteral("Take 1.wav"), QStringLiteral("Take 2.wav"),
+                                  QStringLiteral("Take 3.wav")}));
+        QVERIFY(f.vm().isAnalyzing());
+        QCOMPARE(f.vm().analysisDone(), 0);
+        QCOMPARE(f.vm().analysisTotal(), 10);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 10.wav")), ProcessingStatus::Kind::Analyzing);
+        QCOMPARE(f.vm().statusText(), QStringLiteral("Analyzing loudness\u2026 0/10"));
+
+        f.analyzer->gate.release(QStringLiteral("Take 2.wav"), ControllerFixture::measured(-18.25));
+        QTRY_COMPARE(f.vm().analysisDone(), 1);
+        QTRY_COMPARE(f.analyzer->gate.started().size(), 4);
+        QCOMPARE(f.analyzer->gate.started().last(), QStringLiteral("Take 4.wav"));
+        QCOMPARE(f.item(QStringLiteral("Take 2.wav")).measuredLUFS, std::optional(-18.25));
+        QCOMPARE(f.statusOf(QStringLiteral("Take 2.wav")), ProcessingStatus::Kind::Ready);
+
+        // Silence measures, but has no loudness to show; a failure leaves no measurement.
+        f.analyzer->gate.release(
+            QStringLiteral("Take 1.wav"),
+            ControllerFixture::measured(-std::numeric_limits<double>::infinity()));
+        f.analyzer->gate.release(QStringLiteral("Take 3.wav"), Analysis());
+        for (int i = 4; i <= 10; ++i)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.vm().analysisDone(), 0);
+        QCOMPARE(f.vm().analysisTotal(), 0);
+        QVERIFY(f.item(QStringLiteral("Take 1.wav")).measurement);
+        QVERIFY(!f.item(QStringLiteral("Take 1.wav")).measuredLUFS);
+        QVERIFY(!f.item(QStringLiteral("Take 3.wav")).measurement);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 3.wav")), ProcessingStatus::Kind::Ready);
+        QVERIFY(f.vm().hasUnanalyzedFiles());
+
+        // Asking again measures only what has no measurement.
+        f.vm().analyzeQueue();
+        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("Take 3.wav")});
+        QCOMPARE(f.vm().analysisTotal(), 1);
+        f.analyzer->gate.release(QStringLiteral("Take 3.wav"), ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().hasUnanalyzedFiles());
+    }
+
+    void aSecondImportRunsBesideTheFirst()
+    {
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(10, QStringLiteral("A")));
+        for (int i = 1; i <= 5; ++i)
+            f.analyzer->gate.release(QStringLiteral("A %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_COMPARE(f.vm().analysisDone(), 5);
+        f.vm().importPaths(f.numberedFiles(4, QStringLiteral("B")));
+        QCOMPARE(f.vm().analysisTotal(), 14);
+        QTRY_COMPARE(f.analyzer->gate.running().size(), 6);
+        for (const QString &name : f.analyzer->gate.running())
+            f.analyzer->gate.release(name, ControllerFixture::measured());
+        for (int i = 6; i <= 10; ++i)
+            f.analyzer->gate.release(QStringLiteral("A %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        for (int i = 1; i <= 4; ++i)
+            f.analyzer->gate.release(QStringLiteral("B %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+    }
+
+    void removedWhileMeasuredIsDroppedButCounted()
+    {
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(2));
+        QTRY_COMPARE(f.analyzer->gate.running().size(), 2);
+        QSignalSpy rows(f.vm().queueModel(), &QAbstractItemModel::dataChanged);
+        f.vm().removeItem(f.idOf(QStringLiteral("Take 1.wav")));
+        f.analyzer->gate.release(QStringLiteral("Take 1.wav"), ControllerFixture::measured());
+        QTRY_COMPARE(f.vm().analysisDone(), 1);
+        QCOMPARE(f.vm().queue().size(), 1);
+        QVERIFY(rows.isEmpty()); // nothing written for the removed item
+        f.analyzer->gate.release(QStringLiteral("Take 2.wav"), ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+    }
+
+    void clearingStopsMeasuringAndTheNextImportStartsAfresh()
+    {
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(5));
+        QTRY_COMPARE(f.analyzer->gate.running().size(), 3);
+        f.vm().clearQueue();
+        QVERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.vm().analysisTotal(), 0);
+        QTRY_COMPARE(f.analyzer->gate.cancelled().size(), 3);
+        QTRY_VERIFY(f.analyzer->gate.running().isEmpty());
+
+        f.vm().importPaths(f.files({QStringLiteral("New.wav")}));
+        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("New.wav")});
+        f.analyzer->gate.release(QStringLiteral("New.wav"), ControllerFixture::measured());
+        QTRY_VERIFY(f.item(QStringLiteral("New.wav")).measurement);
+        QCOMPARE(f.analyzer->gate.cancelled().size(), 3);
+    }
+
+    void processingRunsThreeAtATimeAndSumsUp()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        f.vm().importPaths(f.numberedFiles(5));
+        for (int i = 1; i <= 5; ++i)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+
+        f.vm().process();
+        QCOMPARE(f.vm().screenState(), AppScreenState::Processing);
+        QTRY_COMPARE(f.processor->gate.running(),
+                     (QStringList{QStringLiteral("Take 1.wav"), QStringLiteral("Take 2.wav"),
+                                  QStringLiteral("Take 3.wav")}));
+        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Processing);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 4.wav")), ProcessingStatus::Kind::Ready);
+        QVERIFY(!f.vm().currentFileName());
+        f.vm().process(); // ignored while a run is on screen
+
+        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().processedCount(), 1);
+        QCOMPARE(f.vm().currentFileName(), std::optional(QStringLiteral("Take 1.wav")));
+        QTRY_COMPARE(f.processor->gate.started().last(), QStringLiteral("Take 4.wav"));
+        QCOMPARE(f.vm().statusText(), QStringLiteral("Processing 1 of 5"));
+
+        f.processor->gate.release(QStringLiteral("Take 1.wav"),
+                                  GatedProcessor::writes(ProcessingOutcome::PeakLimited));
+        f.processor->gate.release(QStringLiteral("Take 3.wav"),
+                                  GatedProcessor::fails(ProcessingError::ffmpegFailed(
+                                      1, QStringLiteral("No space left on device"))));
+        f.processor->gate.release(QStringLiteral("Take 4.wav"), GatedProcessor::writes());
+        f.processor->gate.release(QStringLiteral("Take 5.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+
+        QCOMPARE(f.vm().completionSummary(), std::optional(CompletionSummary{5, 3, 1, 1, true}));
+        QCOMPARE(f.item(QStringLiteral("Take 1.wav")).status,
+                 ProcessingStatus::warning(QStringLiteral("Target -20.00 \u2192 held back")));
+        const AudioFileItem failed = f.item(QStringLiteral("Take 3.wav"));
+        QCOMPARE(failed.status,
+                 ProcessingStatus::failed(L::diskFullMessage(QStringLiteral("Take 3.wav"))));
+        QCOMPARE(failed.errorDetails,
+                 std::optional(QStringLiteral("ffmpeg exit code 1\n\nNo space left on device")));
+        QCOMPARE(failed.result->outcome, ProcessingOutcome::Failed);
+        QCOMPARE(f.revealer->revealed, QStringList{*f.vm().settings().outputFolderURL});
+        QCOMPARE(f.vm().statusText(), QStringLiteral("Complete"));
+    }
+
+    void aSelectionRunsAloneAndProgressCountsTheWholeQueue()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        f.vm().importPaths(f.numberedFiles(5));
+        for (int i = 1; i <= 5; ++i)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        f.vm().toggleSelection(f.idOf(QStringLiteral("Take 4.wav")));
+        f.vm().toggleSelection(f.idOf(QStringLiteral("Take 2.wav")));
+        QCOMPARE(f.vm().processButtonTitle(), QStringLiteral("Process Selected (2)"));
+        f.vm().process();
+        QTRY_COMPARE(f.processor->gate.running(),
+                     (QStringList{QStringLiteral("Take 2.wav"), QStringLiteral("Take 4.wav")}));
+        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().statusText(), QStringLiteral("Processing 1 of 5"));
+        f.processor->gate.release(QStringLiteral("Take 4.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+        QCOMPARE(f.vm().completionSummary()->totalProcessed, 2);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Ready);
+        QVERIFY(!f.item(QStringLiteral("Take 1.wav")).result);
+    }
+
+    void cancellingNeverReadsAsFailure()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        f.vm().importPaths(f.numberedFiles(5));
+        for (int i = 1; i <= 5; ++i)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        f.vm().process();
+        QTRY_COMPARE(f.processor->gate.running().size(), 3);
+        // One of the three fails because it was stopped: still a cancellation.
+        f.vm().cancelProcessing();
+        QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
+        QTRY_VERIFY(f.processor->gate.running().isEmpty());
+        QTRY_COMPARE(f.statusOf(QStringLiteral("Take 3.wav")), ProcessingStatus::Kind::Cancelled);
+        for (const QString &name : {QStringLiteral("Take 1.wav"), QStringLiteral("Take 2.wav"),
+                                    QStringLiteral("Take 3.wav")})
+            QCOMPARE(f.statusOf(name), ProcessingStatus::Kind::Cancelled);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 4.wav")), ProcessingStatus::Kind::Ready);
+        QCOMPARE(f.processor->gate.started().size(), 3);
+        QVERIFY(!f.vm().completionSummary());
+        QVERIFY(f.revealer->revealed.isEmpty());
+
+        // The next run has a token of its own.
+        f.vm().process();
+        QTRY_COMPARE(f.processor->gate.running().size(), 3);
+        QCOMPARE(f.vm().screenState(), AppScreenState::Processing);
+        f.vm().cancelProcessing();
+    }
+
+    void processingStopsMeasuringUntilTheQueueIsCleared()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        f.vm().importPaths(f.numberedFiles(6));
+        QTRY_COMPARE(f.analyzer->gate.running().size(), 3);
+        f.vm().process();
+        QVERIFY(!f.vm().isAnalyzing());
+        QVERIFY(f.vm().analyzingIDs().isEmpty());
+        QTRY_COMPARE(f.analyzer->gate.cancelled().size(), 3);
+        // Never started, and no longer shown as measuring.
+        QCOMPARE(f.statusOf(QStringLiteral("Take 6.wav")) == ProcessingStatus::Kind::Analyzing,
+                 false);
+        f.vm().cancelProcessing();
+        QTRY_VERIFY(f.processor->gate.running().isEmpty());
+
+        // The measuring token stays cancelled: a later import's run stops after
+        // its first three answers, and what it never started waits, unmeasured.
+        f.vm().importPaths(f.files({QStringLiteral("Late.wav")}));
+        QTRY_COMPARE(f.analyzer->gate.cancelled().size(), 6);
+        QVERIFY(!f.analyzer->gate.started().contains(QStringLiteral("Late.wav")));
+        QVERIFY(!f.item(QStringLiteral("Late.wav")).measurement);
+        QVERIFY(f.vm().isAnalyzing());
+        // ...until the queue is cleared.
+        f.vm().clearQueue();
+        QVERIFY(!f.vm().isAnalyzing());
+        f.vm().importPaths(f.files({QStringLiteral("Fresh.wav")}));
+        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("Fresh.wav")});
+        f.analyzer->gate.release(QStringLiteral("Fresh.wav"), ControllerFixture::measured());
+        QTRY_VERIFY(f.item(QStringLiteral("Fresh.wav")).measurement);
+    }
+
+    void destinationsKeepFoldersAndNeverCollide()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        f.files({QStringLiteral("x/a/Take.wav"), QStringLiteral("x/b/Take.wav")});
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("in/x"))});
+        f.vm().importPaths(f.files({QStringLiteral("y/Take.wav"), QStringLiteral("z/Take.wav")}));
+        const QList<AudioFileItem> items = f.vm().queue();
+        QCOMPARE(items.size(), 4);
+        f.vm().process();
+        QTRY_COMPARE(f.processor->gate.started().size(), 3);
+        const QString out = *f.vm().settings().outputFolderURL;
+        QCOMPARE(f.vm().destinationOf(items[0].id),
+                 std::optional(out + QStringLiteral("/a/Take.wav")));
+        QCOMPARE(f.vm().destinationOf(items[1].id),
+                 std::optional(out + QStringLiteral("/b/Take.wav")));
+        QCOMPARE(f.vm().destinationOf(items[2].id),
+                 std::optional(out + QStringLiteral("/Take.wav")));
+        QCOMPARE(f.vm().destinationOf(items[3].id),
+                 std::optional(out + QStringLiteral("/Take 2.wav")));
+        f.vm().cancelProcessing();
+    }
+
+    void aControllerThatGoesAwayTakesItsJobsWithIt()
+    {
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(5));
+        QTRY_COMPARE(f.analyzer->gate.running().size(), 3);
+        f.controller.reset(); // must not wait for answers that never come, nor crash on late ones
+        QCOMPARE(f.analyzer->gate.cancelled().size(), 3);
+        QCoreApplication::processEvents();
+    }
+};
+
+QTEST_GUILESS_MAIN(RunOrchestrationTest)
+#include "RunOrchestrationTest.moc"
