@@ -2,11 +2,13 @@
 #pragma once
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 // Totals of a finished run, for the completion screen.
 struct CompletionSummary
 {
     Q_GADGET
+    QML_VALUE_TYPE(completionSummary)
     Q_PROPERTY(int totalProcessed MEMBER totalProcessed CONSTANT)
     Q_PROPERTY(int reachedTarget MEMBER reachedTarget CONSTANT)
     Q_PROPERTY(int peakLimited MEMBER peakLimited CONSTANT)

@@ -389,6 +389,15 @@ void MainViewModel::revalidateOutputFolder()
         setOutputWarning(std::nullopt);
 }
 
+ItemDetails MainViewModel::itemData(const QString &id) const
+{
+    const AudioFileItem *item = m_queue.find(QUuid::fromString(id));
+    if (!item)
+        return {};
+    return {true, fileNameOf(item->sourceURL), QueueModel::statusName(item->status.kind()),
+            item->status.message(), item->errorDetails.value_or(QString())};
+}
+
 void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
 {
     m_queue.update(id, [&status](AudioFileItem &item) { item.status = status; });

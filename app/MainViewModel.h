@@ -15,6 +15,7 @@
 #include <QSet>
 #include <QThreadPool>
 #include <QUrl>
+#include <QtQml/qqmlregistration.h>
 
 #include <exception>
 #include <memory>
@@ -34,9 +35,30 @@ class SupportPresenting;
 // (likewise) and derives every text the screens show. It lives on the GUI
 // thread; the background work never touches it, and results come back to it
 // by item id, so a result for an item removed meanwhile is simply dropped.
+// What the item-detail sheet shows of one queued file.
+struct ItemDetails
+{
+    Q_GADGET
+    QML_VALUE_TYPE(itemDetails)
+    Q_PROPERTY(bool found MEMBER found CONSTANT)
+    Q_PROPERTY(QString fileName MEMBER fileName CONSTANT)
+    Q_PROPERTY(QString status MEMBER status CONSTANT)
+    Q_PROPERTY(QString statusMessage MEMBER statusMessage CONSTANT)
+    Q_PROPERTY(QString errorDetails MEMBER errorDetails CONSTANT)
+
+public:
+    bool found = false;
+    QString fileName;
+    QString status;
+    QString statusMessage;
+    QString errorDetails;
+};
+
 class MainViewModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QueueModel *queueModel READ queueModel CONSTANT)
     Q_PROPERTY(QString screenState READ screenStateName NOTIFY screenStateChanged)
     Q_PROPERTY(QString importNotice READ importNoticeText NOTIFY importNoticeChanged)
@@ -172,6 +194,8 @@ public:
     Q_INVOKABLE void revealOutputFolder();
     Q_INVOKABLE void showSupport();
     void setStatus(const ProcessingStatus &status, const QUuid &id);
+    // What the item-detail sheet shows of one item; `found` is false for an unknown id.
+    Q_INVOKABLE ItemDetails itemData(const QString &id) const;
     // Blocks until no job runs (their answers still wait in the event queue).
     void waitForBackgroundWork();
 

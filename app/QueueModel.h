@@ -6,6 +6,7 @@
 #include <QAbstractListModel>
 #include <QHash>
 #include <QSet>
+#include <QtQml/qqmlregistration.h>
 
 #include <functional>
 #include <optional>
@@ -13,9 +14,11 @@
 // The queue itself, and the list the window shows. Items are values found by
 // id; changing one item changes one row, so a queue of 100,000 stays cheap to
 // keep on screen. The controller is the only writer.
-class QueueModel final : public QAbstractListModel
+class QueueModel : public QAbstractListModel
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the controller's queue")
 
 public:
     enum Role

@@ -508,6 +508,68 @@ QString complete()
     return translated(QT_TRANSLATE_NOOP("L", "Complete"));
 }
 
+QString targetHeading()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Target Loudness"));
+}
+
+QString presetLabel()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Preset"));
+}
+
+QString customTarget()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Custom target"));
+}
+
+QString outputFolderHeading()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Output Folder"));
+}
+
+QString chooseFolder()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Choose\u2026"));
+}
+
+QString addPrefix()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Add prefix"));
+}
+
+QString copyright()
+{
+    return translated(QT_TRANSLATE_NOOP(
+        "L", "\u00a9 2026 Quillmere Tools. Free software under the GNU GPL, version 3 or later."));
+}
+
+QString ffmpegSummary()
+{
+    return translated(QT_TRANSLATE_NOOP(
+        "L", "Loudness analysis and audio encoding. Built with --disable-gpl --enable-version3."));
+}
+
+QString lameSummary()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "MP3 encoder (libmp3lame), statically linked into FFmpeg."));
+}
+
+QString ffmpegBuildDescription(const QString &version)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "%1 \u2014 LGPL v3 build (GPL components disabled)")).arg(version);
+}
+
+QString dropToAdd()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Drop to add to the queue"));
+}
+
+QString showDetails()
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Show details"));
+}
+
 QString audioFilesFilter()
 {
     return translated(QT_TRANSLATE_NOOP("L", "Audio files"));

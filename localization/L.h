@@ -109,6 +109,21 @@ QString languageName(AppLanguage language);
 QString choose();
 QString processFilesNone();
 QString complete();
+// Settings panels, sheets and tooltips.
+QString targetHeading();
+QString presetLabel();
+QString customTarget();
+QString outputFolderHeading();
+QString chooseFolder();
+QString addPrefix();
+QString copyright();
+QString ffmpegSummary();
+QString lameSummary();
+// "7.1.5 — LGPL v3 build (GPL components disabled)".
+QString ffmpegBuildDescription(const QString &version);
+QString dropToAdd();
+QString showDetails();
+
 // File dialog filters: "Audio files (*.wav ...)".
 QString audioFilesFilter();
 

@@ -36,7 +36,8 @@ LanguageManager::LanguageManager(std::unique_ptr<QSettings> store, QStringList p
 
 LanguageManager::~LanguageManager()
 {
-    if (m_translator)
+    // The shared instance may outlive the application object.
+    if (m_translator && QCoreApplication::instance())
         QCoreApplication::removeTranslator(m_translator.get());
 }
 

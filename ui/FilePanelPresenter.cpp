@@ -2,7 +2,7 @@
 #include "ui/FilePanelPresenter.h"
 
 #include "localization/L.h"
-#include "ui/TBTheme.h"
+#include "ui/style/TBTheme.h"
 
 #include <QAbstractItemView>
 #include <QDir>

@@ -498,5 +498,53 @@ Choose an output folder outside the source.</source>
         <source>%1 → %2 LUFS, gain %3 dB, peak %4 dBTP</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Target Loudness</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Custom target</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add prefix</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>© 2026 Quillmere Tools. Free software under the GNU GPL, version 3 or later.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Loudness analysis and audio encoding. Built with --disable-gpl --enable-version3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>MP3 encoder (libmp3lame), statically linked into FFmpeg.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 — LGPL v3 build (GPL components disabled)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop to add to the queue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show details</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

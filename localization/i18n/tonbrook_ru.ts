@@ -509,5 +509,53 @@ Choose an output folder outside the source.</source>
         <source>%1 → %2 LUFS, gain %3 dB, peak %4 dBTP</source>
         <translation>%1 → %2 LUFS, усиление %3 дБ, пик %4 dBTP</translation>
     </message>
+    <message>
+        <source>Target Loudness</source>
+        <translation>Целевая громкость</translation>
+    </message>
+    <message>
+        <source>Preset</source>
+        <translation>Пресет</translation>
+    </message>
+    <message>
+        <source>Custom target</source>
+        <translation>Своя цель</translation>
+    </message>
+    <message>
+        <source>Output Folder</source>
+        <translation>Папка вывода</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>Выбрать…</translation>
+    </message>
+    <message>
+        <source>Add prefix</source>
+        <translation>Добавить префикс</translation>
+    </message>
+    <message>
+        <source>© 2026 Quillmere Tools. Free software under the GNU GPL, version 3 or later.</source>
+        <translation>© 2026 Quillmere Tools. Свободная программа под лицензией GNU GPL версии 3 или новее.</translation>
+    </message>
+    <message>
+        <source>Loudness analysis and audio encoding. Built with --disable-gpl --enable-version3.</source>
+        <translation>Анализ громкости и кодирование аудио. Собрано с --disable-gpl --enable-version3.</translation>
+    </message>
+    <message>
+        <source>MP3 encoder (libmp3lame), statically linked into FFmpeg.</source>
+        <translation>Кодер MP3 (libmp3lame), статически встроенный в FFmpeg.</translation>
+    </message>
+    <message>
+        <source>%1 — LGPL v3 build (GPL components disabled)</source>
+        <translation>%1 — сборка LGPL v3 (компоненты GPL отключены)</translation>
+    </message>
+    <message>
+        <source>Drop to add to the queue</source>
+        <translation>Отпустите, чтобы добавить в очередь</translation>
+    </message>
+    <message>
+        <source>Show details</source>
+        <translation>Подробнее</translation>
+    </message>
 </context>
 </TS>

@@ -4,7 +4,7 @@
 #include "ui/FilePanelPresenter.h"
 
 #include "../localization/LanguageFixture.h"
-#include "ui/TBTheme.h"
+#include "ui/style/TBTheme.h"
 
 #include <QAbstractItemView>
 #include <QFileDialog>

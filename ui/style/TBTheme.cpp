@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/TBTheme.h"
+#include "ui/style/TBTheme.h"
 
 namespace TBTheme {
 

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/SettingsModel.h"
+
+#include "app/MainViewModel.h"
+#include "localization/L.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+template<typename Enum, std::size_t N>
+int indexIn(const std::array<Enum, N> &cases, Enum value)
+{
+    const auto found = std::find(cases.begin(), cases.end(), value);
+    return found == cases.end() ? 0 : static_cast<int>(found - cases.begin());
+}
+
+template<typename Enum, std::size_t N>
+std::optional<Enum> caseAt(const std::array<Enum, N> &cases, int index)
+{
+    if (index < 0 || index >= static_cast<int>(N))
+        return std::nullopt;
+    return cases[static_cast<std::size_t>(index)];
+}
+
+} // namespace
+
+SettingsModel::SettingsModel(MainViewModel &controller, QObject *parent)
+    : QObject(parent)
+    , m_controller(controller)
+{
+    connect(&m_controller, &MainViewModel::settingsChanged, this, &SettingsModel::changed);
+}
+
+void SettingsModel::retranslate()
+{
+    Q_EMIT labelsChanged();
+}
+
+template<typename Change>
+void SettingsModel::edit(Change change)
+{
+    ProcessingSettings settings = m_controller.settings();
+    change(settings);
+    m_controller.setSettings(settings);
+}
+
+bool SettingsModel::normalizeLoudness() const
+{
+    return m_controller.settings().normalizeLoudness;
+}
+
+void SettingsModel::setNormalizeLoudness(bool on)
+{
+    edit([&](ProcessingSettings &settings) { settings.normalizeLoudness = on; });
+}
+
+int SettingsModel::presetIndex() const
+{
+    const QList<LoudnessPreset> &presets = LoudnessPreset::builtIn();
+    const qsizetype index = presets.indexOf(m_controller.settings().selectedPreset);
+    return index < 0 ? 0 : static_cast<int>(index);
+}
+
+void SettingsModel::setPresetIndex(int index)
+{
+    if (index < 0 || index >= LoudnessPreset::builtIn().size())
+        return;
+    edit([&](ProcessingSettings &settings) { settings.selectedPreset = LoudnessPreset::builtIn().at(index); });
+}
+
+QStringList SettingsModel::presetLabels() const
+{
+    QStringList labels;
+    for (const LoudnessPreset &preset : LoudnessPreset::builtIn())
+        labels.append(preset.localizedDisplayLabel());
+    return labels;
+}
+
+bool SettingsModel::customPreset() const
+{
+    return m_controller.settings().selectedPreset.isCustom;
+}
+
+double SettingsModel::customTargetLUFS() const
+{
+    return m_controller.settings().customTargetLUFS;
+}
+
+void SettingsModel::setCustomTargetLUFS(double target)
+{
+    if (!std::isfinite(target) || target < minimumTarget || target > maximumTarget)
+        return;
+    edit([&](ProcessingSettings &settings) { settings.customTargetLUFS = target; });
+}
+
+double SettingsModel::truePeakCeiling() const
+{
+    return m_controller.settings().truePeakCeiling;
+}
+
+void SettingsModel::setTruePeakCeiling(double ceiling)
+{
+    if (!std::isfinite(ceiling))
+        return;
+    const double stepped = std::round(std::clamp(ceiling, minimumCeiling, maximumCeiling) * 10) / 10;
+    edit([&](ProcessingSettings &settings) { settings.truePeakCeiling = stepped; });
+}
+
+int SettingsModel::formatIndex() const
+{
+    return indexIn(OutputFormatModes::all, m_controller.settings().outputFormatMode);
+}
+
+void SettingsModel::setFormatIndex(int index)
+{
+    if (const auto mode = caseAt(OutputFormatModes::all, index))
+        edit([&](ProcessingSettings &settings) { settings.outputFormatMode = *mode; });
+}
+
+QStringList SettingsModel::formatLabels() const
+{
+    QStringList labels;
+    for (OutputFormatMode mode : OutputFormatModes::all)
+        labels.append(L::outputFormatLabel(mode));
+    return labels;
+}
+
+int SettingsModel::sampleRateIndex() const
+{
+    return indexIn(SampleRateModes::all, m_controller.settings().sampleRateMode);
+}
+
+void SettingsModel::setSampleRateIndex(int index)
+{
+    if (const auto mode = caseAt(SampleRateModes::all, index))
+        edit([&](ProcessingSettings &settings) { settings.sampleRateMode = *mode; });
+}
+
+QStringList SettingsModel::sampleRateLabels() const
+{
+    QStringList labels;
+    for (SampleRateMode mode : SampleRateModes::all)
+        labels.append(L::sampleRateLabel(mode));
+    return labels;
+}
+
+int SettingsModel::bitDepthIndex() const
+{
+    return indexIn(OutputBitDepths::all, m_controller.settings().bitDepth);
+}
+
+void SettingsModel::setBitDepthIndex(int index)
+{
+    if (const auto depth = caseAt(OutputBitDepths::all, index))
+        edit([&](ProcessingSettings &settings) { settings.bitDepth = *depth; });
+}
+
+QStringList SettingsModel::bitDepthLabels() const
+{
+    QStringList labels;
+    for (OutputBitDepth depth : OutputBitDepths::all)
+        labels.append(OutputBitDepths::label(depth));
+    return labels;
+}
+
+bool SettingsModel::bitDepthApplies() const
+{
+    return m_controller.settings().outputFormatMode != OutputFormatMode::Mp3;
+}
+
+QString SettingsModel::outputFolder() const
+{
+    return m_controller.settings().outputFolderURL.value_or(QString());
+}
+
+bool SettingsModel::hasOutputFolder() const
+{
+    return m_controller.settings().outputFolderURL.has_value();
+}
+
+bool SettingsModel::revealWhenComplete() const
+{
+    return m_controller.settings().revealInFinderWhenComplete;
+}
+
+void SettingsModel::setRevealWhenComplete(bool on)
+{
+    edit([&](ProcessingSettings &settings) { settings.revealInFinderWhenComplete = on; });
+}
+
+bool SettingsModel::addPrefix() const
+{
+    return m_controller.settings().addPrefix;
+}
+
+void SettingsModel::setAddPrefix(bool on)
+{
+    edit([&](ProcessingSettings &settings) { settings.addPrefix = on; });
+}
+
+QString SettingsModel::prefix() const
+{
+    return m_controller.settings().prefix;
+}
+
+void SettingsModel::setPrefix(const QString &prefix)
+{
+    edit([&](ProcessingSettings &settings) { settings.prefix = prefix; });
+}

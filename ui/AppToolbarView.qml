@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// The top bar: the brand, what is going on, the language, About and Licenses,
+// and the process button.
+Rectangle {
+    id: root
+
+    property string statusText
+    property string processButtonTitle
+    property bool canProcess: false
+    property bool showProcessButton: true
+    property string languageSelection: "system"
+    property string processShortcut
+
+    signal process
+    signal showLicenses
+    signal showAbout
+    signal showSupport
+    signal languageChosen(string language)
+
+    implicitHeight: 68
+    color: TBTheme.panel
+
+    Rectangle {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: 1
+        color: TBTheme.border
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 18
+        anchors.rightMargin: 14
+        spacing: 6
+
+        ColumnLayout {
+            spacing: 0
+            Layout.minimumWidth: 190
+            Layout.maximumWidth: 230
+            Label {
+                text: "QUILLMERE TOOLS"
+                font.pixelSize: 9
+                font.bold: true
+                font.letterSpacing: 2
+                color: TBTheme.muted
+            }
+            Label {
+                text: "Tonbrook"
+                font.pixelSize: 19
+                font.weight: Font.DemiBold
+                color: TBTheme.text
+            }
+            Label {
+                objectName: "subtitle"
+                text: Strings.appSubtitle()
+                font.pixelSize: 10
+                color: TBTheme.muted
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
+                Layout.fillWidth: true
+            }
+        }
+
+        Label {
+            objectName: "statusText"
+            text: root.statusText
+            color: TBTheme.muted
+            font.pixelSize: 12
+            elide: Text.ElideRight
+            horizontalAlignment: Text.AlignHCenter
+            Layout.fillWidth: true
+            Layout.minimumWidth: Math.min(implicitWidth, 150)
+            Accessible.role: Accessible.StatusBar
+        }
+
+        TBToolbarButton {
+            id: languageButton
+            objectName: "languageButton"
+            iconName: "globe"
+            text: Strings.language()
+            onClicked: languageMenu.open()
+
+            TBMenu {
+                id: languageMenu
+                objectName: "languageMenu"
+                y: languageButton.height + 4
+                Repeater {
+                    model: ["system", "en", "ru"]
+                    delegate: TBMenuItem {
+                        required property string modelData
+                        objectName: "language_" + modelData
+                        text: Strings.languageName(modelData)
+                        current: root.languageSelection === modelData
+                        onTriggered: root.languageChosen(modelData)
+                    }
+                }
+            }
+        }
+        TBToolbarButton {
+            objectName: "supportButton"
+            iconName: "heart"
+            tip: Strings.supportMenuItem()
+            onClicked: root.showSupport()
+        }
+        TBToolbarButton {
+            objectName: "aboutButton"
+            text: Strings.about()
+            onClicked: root.showAbout()
+        }
+        TBToolbarButton {
+            objectName: "licensesButton"
+            text: Strings.licenses()
+            onClicked: root.showLicenses()
+        }
+        TBPrimaryButton {
+            objectName: "processButton"
+            visible: root.showProcessButton
+            enabled: root.canProcess
+            text: root.processButtonTitle
+            shortcutText: root.processShortcut
+            onClicked: root.process()
+        }
+    }
+}

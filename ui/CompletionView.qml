@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.App
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// After a run: what happened, and what next.
+Item {
+    id: root
+
+    property completionSummary summary
+    property bool canRevealOutputFolder: false
+    property string reportError
+
+    signal revealOutputFolder
+    signal exportReport
+    signal processNewFiles
+
+    ColumnLayout {
+        anchors.centerIn: parent
+        spacing: 18
+
+        TBSectionLabel {
+            text: Strings.processingComplete()
+            Layout.alignment: Qt.AlignHCenter
+        }
+        ColumnLayout {
+            spacing: 6
+            Layout.alignment: Qt.AlignHCenter
+            Label {
+                objectName: "filesProcessed"
+                text: Strings.filesProcessed(root.summary.totalProcessed)
+                font.pixelSize: 22
+                font.weight: Font.DemiBold
+                font.family: "monospace"
+                color: TBTheme.text
+                Layout.alignment: Qt.AlignHCenter
+            }
+            Label {
+                objectName: "reachedLine"
+                text: root.summary.normalized ? Strings.reachedTarget(root.summary.reachedTarget) : Strings.converted(root.summary.reachedTarget)
+                font.pixelSize: 12
+                color: TBTheme.muted
+                Layout.alignment: Qt.AlignHCenter
+            }
+            Label {
+                objectName: "peakLimitedLine"
+                visible: root.summary.peakLimited > 0
+                text: Strings.peakLimited(root.summary.peakLimited)
+                font.pixelSize: 12
+                color: TBTheme.warning
+                Layout.alignment: Qt.AlignHCenter
+            }
+            Label {
+                objectName: "failedLine"
+                visible: root.summary.failed > 0
+                text: Strings.failedCount(root.summary.failed)
+                font.pixelSize: 12
+                color: TBTheme.error
+                Layout.alignment: Qt.AlignHCenter
+            }
+        }
+        RowLayout {
+            spacing: 10
+            Layout.alignment: Qt.AlignHCenter
+            TBOutlinedButton {
+                objectName: "revealButton"
+                iconName: "folder"
+                text: Strings.revealOutputFolder()
+                enabled: root.canRevealOutputFolder
+                onClicked: root.revealOutputFolder()
+            }
+            TBOutlinedButton {
+                objectName: "exportButton"
+                iconName: "download"
+                text: Strings.exportReport()
+                onClicked: root.exportReport()
+            }
+            TBPrimaryButton {
+                objectName: "newFilesButton"
+                text: Strings.processNewFiles()
+                onClicked: root.processNewFiles()
+            }
+        }
+        Label {
+            objectName: "reportError"
+            visible: root.reportError.length > 0
+            text: root.reportError
+            color: TBTheme.error
+            font.pixelSize: 12
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            Layout.maximumWidth: 520
+            Layout.alignment: Qt.AlignHCenter
+        }
+    }
+}

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// Where files arrive: dropped on it (or anywhere on the screen) or chosen with
+// its buttons; once something is loaded it sums the queue up.
+TBCard {
+    id: root
+
+    property int fileCount: 0
+    property int folderCount: 0
+    property string importNotice
+    property bool canAnalyze: false
+    property bool isAnalyzing: false
+    property bool hasSelection: false
+    property bool isDragOver: false
+    property string addFilesShortcut
+    property string addFolderShortcut
+    property string removeShortcut
+
+    signal selectFiles
+    signal selectFolder
+    signal analyze
+    signal removeSelected
+    signal clearQueue
+
+    background: Rectangle {
+        color: root.isDragOver ? TBTheme.goldSubtle : TBTheme.panel
+        radius: 10
+        border.width: root.isDragOver ? 2 : 1
+        border.color: root.isDragOver ? TBTheme.gold : TBTheme.panelBorder
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 12
+
+        // Nothing loaded yet.
+        ColumnLayout {
+            visible: root.fileCount === 0
+            spacing: 12
+            Layout.fillWidth: true
+            Layout.topMargin: 6
+            Layout.bottomMargin: 6
+            TBIcon {
+                name: "waveform"
+                color: root.isDragOver ? TBTheme.gold : TBTheme.muted
+                size: 34
+                Layout.alignment: Qt.AlignHCenter
+            }
+            Label {
+                objectName: "dropHere"
+                text: root.isDragOver ? Strings.dropToAdd() : Strings.dropHere()
+                color: TBTheme.text
+                font.pixelSize: 15
+                horizontalAlignment: Text.AlignHCenter
+                Layout.fillWidth: true
+            }
+            RowLayout {
+                spacing: 10
+                Layout.alignment: Qt.AlignHCenter
+                TBOutlinedButton {
+                    objectName: "selectFilesButton"
+                    iconName: "file"
+                    text: Strings.selectFiles()
+                    shortcutText: root.addFilesShortcut
+                    onClicked: root.selectFiles()
+                }
+                TBOutlinedButton {
+                    objectName: "selectFolderButton"
+                    iconName: "folder"
+                    text: Strings.selectFolder()
+                    shortcutText: root.addFolderShortcut
+                    onClicked: root.selectFolder()
+                }
+            }
+        }
+
+        // Something loaded.
+        RowLayout {
+            visible: root.fileCount > 0
+            spacing: 14
+            Layout.fillWidth: true
+            TBIcon {
+                name: "waveform"
+                color: TBTheme.gold
+                size: 26
+            }
+            ColumnLayout {
+                spacing: 2
+                Layout.fillWidth: true
+                Label {
+                    objectName: "loadedSummary"
+                    text: Strings.filesLoaded(root.fileCount) + "  \u00b7  " + (root.folderCount > 0 ? Strings.folders(root.folderCount) : Strings.individualFiles())
+                    color: TBTheme.text
+                    font.pixelSize: 15
+                    font.weight: Font.DemiBold
+                    elide: Text.ElideRight
+                    Layout.fillWidth: true
+                }
+                Label {
+                    objectName: "importNotice"
+                    visible: root.importNotice.length > 0
+                    text: root.importNotice
+                    color: TBTheme.muted
+                    font.pixelSize: 12
+                }
+            }
+            TBPrimaryButton {
+                objectName: "analyzeButton"
+                text: Strings.analyzeLoudness()
+                enabled: root.canAnalyze && !root.isAnalyzing
+                onClicked: root.analyze()
+            }
+        }
+        Flow {
+            visible: root.fileCount > 0
+            spacing: 8
+            Layout.fillWidth: true
+            TBOutlinedButton {
+                objectName: "addFilesButton"
+                iconName: "plus"
+                text: Strings.addFiles()
+                shortcutText: root.addFilesShortcut
+                onClicked: root.selectFiles()
+            }
+            TBOutlinedButton {
+                objectName: "addFolderButton"
+                iconName: "folder"
+                text: Strings.addFolder()
+                shortcutText: root.addFolderShortcut
+                onClicked: root.selectFolder()
+            }
+            TBOutlinedButton {
+                objectName: "removeSelectedButton"
+                text: Strings.removeSelected()
+                enabled: root.hasSelection
+                shortcutText: root.removeShortcut
+                onClicked: root.removeSelected()
+            }
+            TBOutlinedButton {
+                objectName: "clearQueueButton"
+                text: Strings.clearQueue()
+                onClicked: root.clearQueue()
+            }
+        }
+    }
+}

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// One file's status in words, and what lies behind a failure.
+TBSheet {
+    id: root
+
+    property string fileName
+    property string status: "ready"
+    property string statusMessage
+    property string errorDetails
+    property bool showDetails: false
+
+    readonly property bool hasDetails: errorDetails.length > 0
+
+    objectName: "itemDetailSheet"
+    width: 460
+    height: hasDetails ? 360 : 200
+    padding: 18
+    onAboutToShow: showDetails = false
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 8
+
+        RowLayout {
+            spacing: 10
+            Layout.fillWidth: true
+            TBIcon {
+                name: root.status === "warning" ? "warning" : root.status === "failed" ? "octagon" : "info"
+                color: root.status === "warning" ? TBTheme.warning : root.status === "failed" ? TBTheme.error : TBTheme.muted
+                size: 22
+            }
+            Label {
+                objectName: "detailName"
+                text: root.fileName
+                font.pixelSize: 14
+                font.weight: Font.DemiBold
+                color: TBTheme.text
+                elide: Text.ElideMiddle
+                Layout.fillWidth: true
+            }
+        }
+        Label {
+            objectName: "detailMessage"
+            text: root.status === "warning" || root.status === "failed" ? root.statusMessage : Strings.statusName(root.status)
+            font.pixelSize: 13
+            color: TBTheme.text
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+        }
+        TBToolbarButton {
+            objectName: "detailsToggle"
+            visible: root.hasDetails
+            text: Strings.details()
+            iconName: "chevronDown"
+            font.pixelSize: 12
+            checked: root.showDetails
+            onClicked: root.showDetails = !root.showDetails
+        }
+        ScrollView {
+            id: detailsScroll
+            contentWidth: availableWidth
+            visible: root.hasDetails && root.showDetails
+            Layout.fillWidth: true
+            Layout.preferredHeight: 160
+            Layout.minimumHeight: 90
+            Layout.fillHeight: true
+            background: Rectangle {
+                color: TBTheme.panel
+                border.color: TBTheme.border
+                radius: 6
+            }
+            TextArea {
+                objectName: "detailsText"
+                text: root.errorDetails
+                readOnly: true
+                selectByMouse: true
+                wrapMode: Text.WrapAnywhere
+                font.family: "monospace"
+                font.pixelSize: 11
+                color: TBTheme.text
+                selectionColor: TBTheme.goldPressed
+                selectedTextColor: TBTheme.bg
+                background: null
+            }
+        }
+        Item {
+            Layout.fillHeight: true
+        }
+        TBOutlinedButton {
+            objectName: "detailDone"
+            text: Strings.done()
+            onClicked: root.close()
+            Layout.alignment: Qt.AlignRight
+        }
+    }
+}

@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.App
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// The main window: toolbar, the screen of the moment, footer, and the sheets.
+// Every value comes from the controller and every action goes to it.
+ApplicationWindow {
+    id: window
+
+    readonly property MainViewModel viewModel: App.viewModel
+    readonly property SettingsModel settings: App.settings
+    readonly property bool idle: viewModel.screenState === "idle"
+
+    function openDetails(id) {
+        const item = viewModel.itemData(id);
+        if (!item.found)
+            return;
+        detailSheet.fileName = item.fileName;
+        detailSheet.status = item.status;
+        detailSheet.statusMessage = item.statusMessage;
+        detailSheet.errorDetails = item.errorDetails;
+        detailSheet.open();
+    }
+
+    objectName: "mainWindow"
+    title: "Tonbrook"
+    minimumWidth: 900
+    minimumHeight: 680
+    width: 980
+    height: 720
+    visible: true
+    color: TBTheme.bg
+    palette.shadow: TBTheme.bg
+
+    Component.onCompleted: viewModel.restoreOutputFolder()
+
+    header: AppToolbarView {
+        statusText: window.viewModel.statusText
+        processButtonTitle: window.viewModel.processButtonTitle
+        canProcess: window.viewModel.canProcess
+        showProcessButton: window.idle
+        languageSelection: App.languageSelection
+        processShortcut: processShortcut.nativeText
+        onProcess: window.viewModel.process()
+        onShowAbout: aboutSheet.open()
+        onShowLicenses: licensesSheet.open()
+        onShowSupport: window.viewModel.showSupport()
+        onLanguageChosen: language => App.languageSelection = language
+    }
+
+    footer: FooterStatusBarView {
+        leadingText: window.viewModel.footerLeadingText
+        trailingText: window.viewModel.footerTrailingText
+    }
+
+    // The three screens cross-fade.
+    Item {
+        anchors.fill: parent
+
+        Item {
+            id: idleScreen
+            objectName: "idleScreen"
+            anchors.fill: parent
+            opacity: window.idle ? 1 : 0
+            visible: opacity > 0
+            Behavior on opacity  {
+                NumberAnimation {
+                    duration: 180
+                }
+            }
+
+            DropArea {
+                id: drop
+                objectName: "dropArea"
+                anchors.fill: parent
+                keys: ["text/uri-list"]
+                onDropped: event => {
+                    if (event.hasUrls) {
+                        window.viewModel.importURLs(event.urls);
+                        event.acceptProposedAction();
+                    }
+                }
+            }
+
+            Flickable {
+                id: page
+                anchors.fill: parent
+                contentHeight: column.implicitHeight + 32
+                boundsBehavior: Flickable.StopAtBounds
+                clip: true
+                ScrollBar.vertical: ScrollBar {
+                }
+
+                ColumnLayout {
+                    id: column
+                    x: 16
+                    y: 16
+                    width: page.width - 32
+                    spacing: 12
+
+                    ImportDropZoneView {
+                        objectName: "dropZone"
+                        fileCount: window.viewModel.fileCount
+                        folderCount: window.viewModel.folderCount
+                        importNotice: window.viewModel.importNotice
+                        canAnalyze: window.viewModel.hasUnanalyzedFiles
+                        isAnalyzing: window.viewModel.isAnalyzing
+                        hasSelection: window.viewModel.hasSelection
+                        isDragOver: drop.containsDrag
+                        addFilesShortcut: addFilesShortcut.nativeText
+                        addFolderShortcut: addFolderShortcut.nativeText
+                        removeShortcut: removeShortcut.nativeText
+                        onSelectFiles: window.viewModel.selectFiles()
+                        onSelectFolder: window.viewModel.selectFolder()
+                        onAnalyze: window.viewModel.analyzeQueue()
+                        onRemoveSelected: window.viewModel.removeSelected()
+                        onClearQueue: window.viewModel.clearQueue()
+                        Layout.fillWidth: true
+                    }
+
+                    // Side by side where the three fit, one under the other where not.
+                    GridLayout {
+                        objectName: "settingsPanels"
+                        columns: column.width >= 3 * 300 + 2 * 12 ? 3 : 1
+                        columnSpacing: 12
+                        rowSpacing: 12
+                        Layout.fillWidth: true
+                        TargetPanel {
+                            settings: window.settings
+                            Layout.fillWidth: true
+                            Layout.fillHeight: true
+                            Layout.preferredWidth: 300
+                        }
+                        FormatPanel {
+                            settings: window.settings
+                            Layout.fillWidth: true
+                            Layout.fillHeight: true
+                            Layout.preferredWidth: 300
+                        }
+                        OutputPanel {
+                            settings: window.settings
+                            outputWarning: window.viewModel.outputWarning
+                            onChooseFolder: window.viewModel.chooseOutputFolder()
+                            Layout.fillWidth: true
+                            Layout.fillHeight: true
+                            Layout.preferredWidth: 300
+                        }
+                    }
+
+                    QueueTableView {
+                        objectName: "queueTable"
+                        model: window.viewModel.queueModel
+                        count: window.viewModel.fileCount
+                        allSelected: window.viewModel.allSelected
+                        selectAllShortcut: selectAllShortcut.nativeText
+                        onToggleSelect: id => window.viewModel.toggleSelection(id)
+                        onToggleSelectAll: window.viewModel.toggleSelectAll()
+                        onRemove: id => window.viewModel.removeItem(id)
+                        onShowDetails: id => window.openDetails(id)
+                        Layout.fillWidth: true
+                        // Tall enough to work in; the list scrolls itself.
+                        Layout.preferredHeight: Math.max(260, page.height - 48)
+                    }
+                }
+            }
+        }
+
+        ProcessingView {
+            objectName: "processingScreen"
+            anchors.fill: parent
+            opacity: window.viewModel.screenState === "processing" ? 1 : 0
+            visible: opacity > 0
+            processedCount: window.viewModel.processedCount
+            totalCount: window.viewModel.runTotal
+            currentFileName: window.viewModel.currentFileName
+            cancelShortcut: cancelShortcut.nativeText
+            onCancel: window.viewModel.cancelProcessing()
+            Behavior on opacity  {
+                NumberAnimation {
+                    duration: 180
+                }
+            }
+        }
+
+        CompletionView {
+            objectName: "completionScreen"
+            anchors.fill: parent
+            opacity: window.viewModel.screenState === "completed" ? 1 : 0
+            visible: opacity > 0
+            summary: window.viewModel.completionSummary
+            canRevealOutputFolder: window.settings.hasOutputFolder
+            reportError: window.viewModel.reportError
+            onRevealOutputFolder: window.viewModel.revealOutputFolder()
+            onExportReport: window.viewModel.exportReport()
+            onProcessNewFiles: window.viewModel.startNewBatch()
+            Behavior on opacity  {
+                NumberAnimation {
+                    duration: 180
+                }
+            }
+        }
+    }
+
+    ItemDetailView {
+        id: detailSheet
+    }
+    AboutSheet {
+        id: aboutSheet
+        version: App.version
+    }
+    LicensesSheet {
+        id: licensesSheet
+        model: App.licenses
+    }
+
+    // Keyboard: each action also named in its control's tooltip.
+    Shortcut {
+        id: addFilesShortcut
+        sequence: "Ctrl+O"
+        enabled: window.idle
+        onActivated: window.viewModel.selectFiles()
+    }
+    Shortcut {
+        id: addFolderShortcut
+        sequence: "Ctrl+Shift+O"
+        enabled: window.idle
+        onActivated: window.viewModel.selectFolder()
+    }
+    Shortcut {
+        id: processShortcut
+        sequence: "Ctrl+Return"
+        enabled: window.idle && window.viewModel.canProcess
+        onActivated: window.viewModel.process()
+    }
+    Shortcut {
+        id: removeShortcut
+        sequence: "Delete"
+        enabled: window.idle && window.viewModel.hasSelection
+        onActivated: window.viewModel.removeSelected()
+    }
+    Shortcut {
+        id: selectAllShortcut
+        sequence: "Ctrl+A"
+        enabled: window.idle && !window.viewModel.allSelected
+        onActivated: window.viewModel.toggleSelectAll()
+    }
+    Shortcut {
+        id: cancelShortcut
+        sequence: "Escape"
+        enabled: window.viewModel.screenState === "processing"
+        onActivated: window.viewModel.cancelProcessing()
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: App.quit()
+    }
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// While a run goes on: how far, which file, and the way out.
+Item {
+    id: root
+
+    property int processedCount: 0
+    property int totalCount: 0
+    property string currentFileName
+    property string cancelShortcut
+
+    signal cancel
+
+    ColumnLayout {
+        anchors.centerIn: parent
+        spacing: 18
+        width: 380
+
+        TBSectionLabel {
+            text: Strings.processingTitle()
+            Layout.alignment: Qt.AlignHCenter
+        }
+        Label {
+            objectName: "ofFiles"
+            text: Strings.ofFiles(root.processedCount, root.totalCount)
+            font.pixelSize: 22
+            font.weight: Font.DemiBold
+            color: TBTheme.text
+            Layout.alignment: Qt.AlignHCenter
+        }
+        Label {
+            objectName: "currentFile"
+            visible: root.currentFileName.length > 0
+            text: root.currentFileName
+            font.pixelSize: 12
+            color: TBTheme.muted
+            elide: Text.ElideMiddle
+            horizontalAlignment: Text.AlignHCenter
+            Layout.fillWidth: true
+        }
+        ProgressBar {
+            id: bar
+            objectName: "progress"
+            from: 0
+            to: 1
+            // An empty run shows an empty bar, never a division by zero.
+            value: root.totalCount > 0 ? root.processedCount / root.totalCount : 0
+            implicitWidth: 360
+            Layout.alignment: Qt.AlignHCenter
+            background: Rectangle {
+                implicitHeight: 6
+                radius: 3
+                color: TBTheme.btnBg
+            }
+            contentItem: Item {
+                implicitHeight: 6
+                Rectangle {
+                    width: bar.visualPosition * parent.width
+                    height: parent.height
+                    radius: 3
+                    color: TBTheme.gold
+                }
+            }
+        }
+        TBOutlinedButton {
+            objectName: "cancelButton"
+            text: Strings.cancel()
+            shortcutText: root.cancelShortcut
+            onClicked: root.cancel()
+            Layout.alignment: Qt.AlignHCenter
+        }
+    }
+}

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// One queued file: check box, name, source format, loudness, output format,
+// status, remove.
+Rectangle {
+    id: root
+
+    required property int index
+    required property string itemId
+    required property string fileName
+    required property string relativePath
+    required property string sourceLabel
+    required property string loudnessText
+    required property string outputLabel
+    required property string status
+    required property string statusMessage
+    required property string errorDetails
+    required property bool selected
+
+    signal toggleSelect(string id)
+    signal remove(string id)
+    signal showDetails(string id)
+
+    implicitHeight: 34
+    color: hover.hovered ? TBTheme.rowHover : index % 2 === 1 ? TBTheme.rowAlt : "transparent"
+
+    HoverHandler {
+        id: hover
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 12
+        anchors.rightMargin: 12
+        spacing: 10
+
+        TBCheckBox {
+            objectName: "rowCheck"
+            checked: root.selected
+            tip: root.fileName
+            onClicked: root.toggleSelect(root.itemId)
+            Layout.preferredWidth: 18
+        }
+        Label {
+            objectName: "rowName"
+            text: root.fileName
+            color: TBTheme.text
+            font.pixelSize: 13
+            elide: Text.ElideMiddle
+            Layout.fillWidth: true
+            TapHandler {
+                onTapped: root.showDetails(root.itemId)
+            }
+            HoverHandler {
+                id: nameHover
+                cursorShape: Qt.PointingHandCursor
+            }
+            TBToolTip {
+                visible: nameHover.hovered && root.relativePath !== root.fileName
+                text: root.relativePath
+            }
+        }
+        Label {
+            text: root.sourceLabel
+            color: TBTheme.muted
+            font.pixelSize: 12
+            Layout.preferredWidth: 78
+        }
+        Label {
+            text: root.loudnessText
+            color: TBTheme.text
+            font.pixelSize: 12
+            font.family: "monospace"
+            Layout.preferredWidth: 92
+        }
+        Label {
+            text: root.outputLabel
+            color: TBTheme.muted
+            font.pixelSize: 12
+            Layout.preferredWidth: 60
+        }
+        Item {
+            implicitHeight: badge.implicitHeight
+            Layout.preferredWidth: 96
+            StatusBadge {
+                id: badge
+                status: root.status
+                anchors.verticalCenter: parent.verticalCenter
+                TapHandler {
+                    onTapped: root.showDetails(root.itemId)
+                }
+            }
+        }
+        TBToolbarButton {
+            objectName: "rowRemove"
+            iconName: "xmark"
+            tip: Strings.removeFromQueue()
+            padding: 2
+            leftPadding: 2
+            rightPadding: 2
+            onClicked: root.remove(root.itemId)
+            Layout.preferredWidth: 20
+            Layout.preferredHeight: 20
+        }
+    }
+}

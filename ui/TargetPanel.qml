@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tonbrook.App
+import Tonbrook.Style
+import Tonbrook.Ui
+
+// How loud: normalise or not, the preset (or a custom target), the ceiling.
+TBCard {
+    id: root
+
+    required property SettingsModel settings
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 10
+
+        TBSectionLabel {
+            text: Strings.targetHeading()
+        }
+        TBSwitch {
+            objectName: "normalizeSwitch"
+            text: Strings.normalizeLoudness()
+            checked: root.settings.normalizeLoudness
+            onToggled: root.settings.normalizeLoudness = checked
+            Layout.fillWidth: true
+        }
+        TBDropdown {
+            objectName: "presetPicker"
+            enabled: root.settings.normalizeLoudness
+            model: root.settings.presetLabels
+            currentIndex: root.settings.presetIndex
+            onActivated: index => root.settings.presetIndex = index
+            Accessible.description: Strings.presetLabel()
+            Layout.fillWidth: true
+        }
+        RowLayout {
+            visible: root.settings.customPreset
+            spacing: 8
+            Layout.fillWidth: true
+            Label {
+                text: Strings.customTarget()
+                color: TBTheme.muted
+                font.pixelSize: 12
+                Layout.fillWidth: true
+            }
+            TBTextField {
+                id: customField
+                objectName: "customTargetField"
+                enabled: root.settings.normalizeLoudness
+                text: root.settings.customTargetLUFS.toFixed(1)
+                horizontalAlignment: Text.AlignRight
+                implicitWidth: 80
+                validator: RegularExpressionValidator {
+                    regularExpression: /^-?\d{0,2}([.,]\d?)?$/
+                }
+                readonly property real typed: parseFloat(text.replace(",", "."))
+                invalid: isNaN(typed) || typed < -70 || typed > -5
+                // Within -70..-5 the typed value is the target, as typed.
+                onTextEdited: if (!invalid)
+                    root.settings.customTargetLUFS = typed
+                onEditingFinished: text = root.settings.customTargetLUFS.toFixed(1)
+                Accessible.name: Strings.customTarget()
+            }
+            Label {
+                text: "LUFS"
+                color: TBTheme.muted
+                font.pixelSize: 12
+            }
+        }
+        RowLayout {
+            spacing: 8
+            Layout.fillWidth: true
+            Label {
+                text: Strings.truePeakCeiling()
+                color: TBTheme.muted
+                font.pixelSize: 12
+                Layout.fillWidth: true
+            }
+            TBSpinBox {
+                objectName: "ceilingField"
+                enabled: root.settings.normalizeLoudness
+                realValue: root.settings.truePeakCeiling
+                realFrom: -9
+                realTo: 0
+                suffix: "dBTP"
+                onRealValueEdited: value => root.settings.truePeakCeiling = value
+            }
+        }
+        Item {
+            Layout.fillHeight: true
+        }
+    }
+}

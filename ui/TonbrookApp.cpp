@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/TonbrookApp.h"
+
+#include "app/SettingsModel.h"
+#include "engine/ResourceLocator.h"
+#include "localization/LanguageManager.h"
+#include "ui/AppContext.h"
+#include "ui/LicenseListModel.h"
+#include "ui/style/IconProvider.h"
+
+#include <QQuickWindow>
+#include <QTimer>
+
+TonbrookApp::TonbrookApp(MainViewModel::Services services, LanguageManager &language,
+                         const QStringList &initialPaths)
+    : m_viewModel(std::make_unique<MainViewModel>(std::move(services)))
+    , m_settings(std::make_unique<SettingsModel>(*m_viewModel))
+    , m_licenses(std::make_unique<LicenseListModel>(ResourceLocator()))
+    , m_context(std::make_unique<AppContext>(*m_viewModel, *m_settings, *m_licenses, language))
+{
+    // Every text is read again at once, QML bindings included.
+    QObject::connect(&language, &LanguageManager::languageChanged, &m_engine, [this] {
+        m_viewModel->retranslate();
+        m_settings->retranslate();
+        m_licenses->retranslate();
+        m_engine.retranslate();
+    });
+
+    m_engine.addImageProvider(QStringLiteral("tbicon"), new IconProvider);
+    // Modules are found in the resources, wherever the executable is installed.
+    m_engine.addImportPath(QStringLiteral("qrc:/"));
+    m_engine.load(QUrl(QStringLiteral("qrc:/Tonbrook/Ui/Main.qml")));
+
+    if (!initialPaths.isEmpty()) {
+        QTimer::singleShot(0, m_viewModel.get(), [viewModel = m_viewModel.get(), initialPaths] {
+            viewModel->importPaths(initialPaths);
+        });
+    }
+}
+
+TonbrookApp::~TonbrookApp()
+{
+    // The window goes before the objects it binds to.
+    const QList<QObject *> roots = m_engine.rootObjects();
+    for (QObject *root : roots)
+        delete root;
+}
+
+QQuickWindow *TonbrookApp::window() const
+{
+    const QList<QObject *> roots = m_engine.rootObjects();
+    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
+}
