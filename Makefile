@@ -23,7 +23,7 @@ build:
 
 run: deps
 	@$(MAKE) --no-print-directory build PRESET=release
-	@build/release/bin/tonbrook-cli $(ARGS)
+	@build/release/bin/tonbrook $(ARGS)
 
 test: deps
 	@cmake --preset $(TEST_PRESET) --log-level=WARNING

@@ -14,6 +14,7 @@
 #include "files/FileImportService.h"
 #include "files/FilePanelPresenting.h"
 #include "files/FolderScanner.h"
+#include "files/NoFilePanels.h"
 #include "files/OutputDestination.h"
 #include "files/OutputPathService.h"
 #include "localization/L.h"
@@ -25,19 +26,7 @@
 
 namespace {
 
-// Stand-ins where a front end has no screen: every dialog is cancelled,
-// nothing is revealed, no window opens.
-class NoPanels final : public FilePanelPresenting
-{
-public:
-    QStringList presentFilePanel(const QStringList &) override { return {}; }
-    QStringList presentFolderPanel() override { return {}; }
-    std::optional<QString> presentDestinationFolderPanel() override { return std::nullopt; }
-    std::optional<QString> presentSavePanel(const QString &, const QString &) override
-    {
-        return std::nullopt;
-    }
-};
+// Stand-ins where a front end has no screen: nothing is revealed, no window opens.
 
 class NoReveal final : public FolderRevealing
 {
@@ -86,7 +75,7 @@ MainViewModel::Services::standard(std::shared_ptr<FilePanelPresenting> panelPres
     auto processingAnalysisRunner = std::make_shared<FFmpegRunner>(ffmpeg);
     return {
         std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
-        panelPresenter ? std::move(panelPresenter) : std::make_shared<NoPanels>(),
+        panelPresenter ? std::move(panelPresenter) : std::make_shared<NoFilePanels>(),
         std::make_shared<OutputPathService>(),
         OutputFolderBookmarkStore(std::shared_ptr<QSettings>(UserPreferences::open())),
         std::make_shared<LoudnessAnalysisService>(analysisRunner),
@@ -210,15 +199,15 @@ QString MainViewModel::footerTrailingText() const
     return m_settings.outputFolderURL.value_or(L::noOutputFolder());
 }
 
-std::optional<QString> MainViewModel::noticeText(const ImportSummary &summary) const
+std::optional<QString> MainViewModel::noticeText(const ImportCounts &counts)
 {
     QStringList parts;
-    if (!summary.items.isEmpty())
-        parts.append(L::added(static_cast<int>(summary.items.size())));
-    if (summary.duplicateCount > 0)
-        parts.append(L::alreadyInQueue(summary.duplicateCount));
-    if (summary.unsupportedCount > 0)
-        parts.append(L::unsupportedIgnored(summary.unsupportedCount));
+    if (counts.added > 0)
+        parts.append(L::added(counts.added));
+    if (counts.duplicates > 0)
+        parts.append(L::alreadyInQueue(counts.duplicates));
+    if (counts.unsupported > 0)
+        parts.append(L::unsupportedIgnored(counts.unsupported));
     if (parts.isEmpty())
         return std::nullopt;
     return parts.join(QStringLiteral(" \u00b7 "));
@@ -279,10 +268,10 @@ void MainViewModel::importPaths(const QStringList &paths)
     if (paths.isEmpty())
         return;
     ImportSummary summary = m_services.importService->importURLs(paths, queue());
+    m_lastImport = ImportCounts{static_cast<int>(summary.items.size()), summary.duplicateCount,
+                                summary.unsupportedCount};
     m_queue.append(summary.items);
-    setImportNotice(noticeText(summary));
-    summary.items.clear();
-    m_lastImport = std::move(summary);
+    setImportNotice(noticeText(*m_lastImport));
     revalidateOutputFolder();
     analyzeQueue();
     Q_EMIT derivedChanged();

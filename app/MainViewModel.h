@@ -168,7 +168,14 @@ public:
     QString statusText() const;
     QString footerLeadingText() const;
     QString footerTrailingText() const;
-    std::optional<QString> noticeText(const ImportSummary &summary) const;
+    // What an import added, kept so its notice can be said again in another language.
+    struct ImportCounts
+    {
+        int added = 0;
+        int duplicates = 0;
+        int unsupported = 0;
+    };
+    static std::optional<QString> noticeText(const ImportCounts &counts);
 
     // Operations.
     Q_INVOKABLE void restoreOutputFolder();
@@ -251,7 +258,7 @@ private:
     AppScreenState m_screenState = AppScreenState::Idle;
     QSet<QUuid> m_selectedIDs;
     std::optional<QString> m_importNotice;
-    std::optional<ImportSummary> m_lastImport;
+    std::optional<ImportCounts> m_lastImport;
     std::optional<QString> m_outputWarning;
     std::optional<QString> m_reportError;
     int m_processedCount = 0;

@@ -67,7 +67,9 @@ void SettingsModel::setPresetIndex(int index)
 {
     if (index < 0 || index >= LoudnessPreset::builtIn().size())
         return;
-    edit([&](ProcessingSettings &settings) { settings.selectedPreset = LoudnessPreset::builtIn().at(index); });
+    edit([&](ProcessingSettings &settings) {
+        settings.selectedPreset = LoudnessPreset::builtIn().at(index);
+    });
 }
 
 QStringList SettingsModel::presetLabels() const
@@ -104,7 +106,8 @@ void SettingsModel::setTruePeakCeiling(double ceiling)
 {
     if (!std::isfinite(ceiling))
         return;
-    const double stepped = std::round(std::clamp(ceiling, minimumCeiling, maximumCeiling) * 10) / 10;
+    const double stepped =
+        std::round(std::clamp(ceiling, minimumCeiling, maximumCeiling) * 10) / 10;
     edit([&](ProcessingSettings &settings) { settings.truePeakCeiling = stepped; });
 }
 

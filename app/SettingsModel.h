@@ -15,11 +15,13 @@ class SettingsModel : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
-    Q_PROPERTY(bool normalizeLoudness READ normalizeLoudness WRITE setNormalizeLoudness NOTIFY changed)
+    Q_PROPERTY(
+        bool normalizeLoudness READ normalizeLoudness WRITE setNormalizeLoudness NOTIFY changed)
     Q_PROPERTY(int presetIndex READ presetIndex WRITE setPresetIndex NOTIFY changed)
     Q_PROPERTY(QStringList presetLabels READ presetLabels NOTIFY labelsChanged)
     Q_PROPERTY(bool customPreset READ customPreset NOTIFY changed)
-    Q_PROPERTY(double customTargetLUFS READ customTargetLUFS WRITE setCustomTargetLUFS NOTIFY changed)
+    Q_PROPERTY(
+        double customTargetLUFS READ customTargetLUFS WRITE setCustomTargetLUFS NOTIFY changed)
     Q_PROPERTY(double truePeakCeiling READ truePeakCeiling WRITE setTruePeakCeiling NOTIFY changed)
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
     Q_PROPERTY(QStringList formatLabels READ formatLabels NOTIFY labelsChanged)
@@ -30,7 +32,8 @@ class SettingsModel : public QObject
     Q_PROPERTY(bool bitDepthApplies READ bitDepthApplies NOTIFY changed)
     Q_PROPERTY(QString outputFolder READ outputFolder NOTIFY changed)
     Q_PROPERTY(bool hasOutputFolder READ hasOutputFolder NOTIFY changed)
-    Q_PROPERTY(bool revealWhenComplete READ revealWhenComplete WRITE setRevealWhenComplete NOTIFY changed)
+    Q_PROPERTY(
+        bool revealWhenComplete READ revealWhenComplete WRITE setRevealWhenComplete NOTIFY changed)
     Q_PROPERTY(bool addPrefix READ addPrefix WRITE setAddPrefix NOTIFY changed)
     Q_PROPERTY(QString prefix READ prefix WRITE setPrefix NOTIFY changed)
 

@@ -552,12 +552,14 @@ QString ffmpegSummary()
 
 QString lameSummary()
 {
-    return translated(QT_TRANSLATE_NOOP("L", "MP3 encoder (libmp3lame), statically linked into FFmpeg."));
+    return translated(
+        QT_TRANSLATE_NOOP("L", "MP3 encoder (libmp3lame), statically linked into FFmpeg."));
 }
 
 QString ffmpegBuildDescription(const QString &version)
 {
-    return translated(QT_TRANSLATE_NOOP("L", "%1 \u2014 LGPL v3 build (GPL components disabled)")).arg(version);
+    return translated(QT_TRANSLATE_NOOP("L", "%1 \u2014 LGPL v3 build (GPL components disabled)"))
+        .arg(version);
 }
 
 QString dropToAdd()

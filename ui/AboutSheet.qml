@@ -33,13 +33,13 @@ TBSheet {
         }
         Label {
             objectName: "aboutVersion"
-            text: Strings.version() + " " + root.version
+            text: Strings.tr.version() + " " + root.version
             font.pixelSize: 12
             color: TBTheme.muted
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
-            text: Strings.copyright()
+            text: Strings.tr.copyright()
             font.pixelSize: 11
             color: TBTheme.muted
             wrapMode: Text.Wrap
@@ -48,7 +48,7 @@ TBSheet {
         }
         TBOutlinedButton {
             objectName: "aboutClose"
-            text: Strings.close()
+            text: Strings.tr.close()
             onClicked: root.close()
             Layout.alignment: Qt.AlignHCenter
             Layout.topMargin: 8

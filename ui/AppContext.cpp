@@ -14,8 +14,8 @@ namespace {
 AppContext *current = nullptr;
 }
 
-AppContext::AppContext(MainViewModel &viewModel, SettingsModel &settings, LicenseListModel &licenses,
-                       LanguageManager &language, QObject *parent)
+AppContext::AppContext(MainViewModel &viewModel, SettingsModel &settings,
+                       LicenseListModel &licenses, LanguageManager &language, QObject *parent)
     : QObject(parent)
     , m_viewModel(viewModel)
     , m_settings(settings)
@@ -23,7 +23,8 @@ AppContext::AppContext(MainViewModel &viewModel, SettingsModel &settings, Licens
     , m_language(language)
 {
     current = this;
-    connect(&m_language, &LanguageManager::selectionChanged, this, &AppContext::languageSelectionChanged);
+    connect(&m_language, &LanguageManager::selectionChanged, this,
+            &AppContext::languageSelectionChanged);
 }
 
 AppContext::~AppContext()

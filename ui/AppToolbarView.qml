@@ -24,6 +24,10 @@ Rectangle {
     signal showSupport
     signal languageChosen(string language)
 
+    // Below this width the language button keeps only its globe, so the
+    // longest Russian process title still fits beside everything else.
+    readonly property bool compact: width < 960
+
     implicitHeight: 68
     color: TBTheme.panel
 
@@ -59,7 +63,7 @@ Rectangle {
             }
             Label {
                 objectName: "subtitle"
-                text: Strings.appSubtitle()
+                text: Strings.tr.appSubtitle()
                 font.pixelSize: 10
                 color: TBTheme.muted
                 wrapMode: Text.Wrap
@@ -76,7 +80,7 @@ Rectangle {
             elide: Text.ElideRight
             horizontalAlignment: Text.AlignHCenter
             Layout.fillWidth: true
-            Layout.minimumWidth: Math.min(implicitWidth, 150)
+            Layout.minimumWidth: Math.min(implicitWidth, 100)
             Accessible.role: Accessible.StatusBar
         }
 
@@ -84,7 +88,8 @@ Rectangle {
             id: languageButton
             objectName: "languageButton"
             iconName: "globe"
-            text: Strings.language()
+            text: root.compact ? "" : Strings.tr.language()
+            tip: Strings.tr.language()
             onClicked: languageMenu.open()
 
             TBMenu {
@@ -96,7 +101,7 @@ Rectangle {
                     delegate: TBMenuItem {
                         required property string modelData
                         objectName: "language_" + modelData
-                        text: Strings.languageName(modelData)
+                        text: Strings.tr.languageName(modelData)
                         current: root.languageSelection === modelData
                         onTriggered: root.languageChosen(modelData)
                     }
@@ -106,17 +111,17 @@ Rectangle {
         TBToolbarButton {
             objectName: "supportButton"
             iconName: "heart"
-            tip: Strings.supportMenuItem()
+            tip: Strings.tr.supportMenuItem()
             onClicked: root.showSupport()
         }
         TBToolbarButton {
             objectName: "aboutButton"
-            text: Strings.about()
+            text: Strings.tr.about()
             onClicked: root.showAbout()
         }
         TBToolbarButton {
             objectName: "licensesButton"
-            text: Strings.licenses()
+            text: Strings.tr.licenses()
             onClicked: root.showLicenses()
         }
         TBPrimaryButton {

@@ -23,7 +23,7 @@ Item {
         spacing: 18
 
         TBSectionLabel {
-            text: Strings.processingComplete()
+            text: Strings.tr.processingComplete()
             Layout.alignment: Qt.AlignHCenter
         }
         ColumnLayout {
@@ -31,7 +31,7 @@ Item {
             Layout.alignment: Qt.AlignHCenter
             Label {
                 objectName: "filesProcessed"
-                text: Strings.filesProcessed(root.summary.totalProcessed)
+                text: Strings.tr.filesProcessed(root.summary.totalProcessed)
                 font.pixelSize: 22
                 font.weight: Font.DemiBold
                 font.family: "monospace"
@@ -40,7 +40,7 @@ Item {
             }
             Label {
                 objectName: "reachedLine"
-                text: root.summary.normalized ? Strings.reachedTarget(root.summary.reachedTarget) : Strings.converted(root.summary.reachedTarget)
+                text: root.summary.normalized ? Strings.tr.reachedTarget(root.summary.reachedTarget) : Strings.tr.converted(root.summary.reachedTarget)
                 font.pixelSize: 12
                 color: TBTheme.muted
                 Layout.alignment: Qt.AlignHCenter
@@ -48,7 +48,7 @@ Item {
             Label {
                 objectName: "peakLimitedLine"
                 visible: root.summary.peakLimited > 0
-                text: Strings.peakLimited(root.summary.peakLimited)
+                text: Strings.tr.peakLimited(root.summary.peakLimited)
                 font.pixelSize: 12
                 color: TBTheme.warning
                 Layout.alignment: Qt.AlignHCenter
@@ -56,7 +56,7 @@ Item {
             Label {
                 objectName: "failedLine"
                 visible: root.summary.failed > 0
-                text: Strings.failedCount(root.summary.failed)
+                text: Strings.tr.failedCount(root.summary.failed)
                 font.pixelSize: 12
                 color: TBTheme.error
                 Layout.alignment: Qt.AlignHCenter
@@ -68,19 +68,19 @@ Item {
             TBOutlinedButton {
                 objectName: "revealButton"
                 iconName: "folder"
-                text: Strings.revealOutputFolder()
+                text: Strings.tr.revealOutputFolder()
                 enabled: root.canRevealOutputFolder
                 onClicked: root.revealOutputFolder()
             }
             TBOutlinedButton {
                 objectName: "exportButton"
                 iconName: "download"
-                text: Strings.exportReport()
+                text: Strings.tr.exportReport()
                 onClicked: root.exportReport()
             }
             TBPrimaryButton {
                 objectName: "newFilesButton"
-                text: Strings.processNewFiles()
+                text: Strings.tr.processNewFiles()
                 onClicked: root.processNewFiles()
             }
         }

@@ -17,18 +17,18 @@ TBCard {
         spacing: 8
 
         TBSectionLabel {
-            text: Strings.outputFormatHeading()
+            text: Strings.tr.outputFormatHeading()
         }
         TBDropdown {
             objectName: "formatPicker"
             model: root.settings.formatLabels
             currentIndex: root.settings.formatIndex
             onActivated: index => root.settings.formatIndex = index
-            Accessible.description: Strings.outputFormatHeading()
+            Accessible.description: Strings.tr.outputFormatHeading()
             Layout.fillWidth: true
         }
         TBSectionLabel {
-            text: Strings.sampleRateHeading()
+            text: Strings.tr.sampleRateHeading()
             Layout.topMargin: 4
         }
         TBDropdown {
@@ -36,11 +36,11 @@ TBCard {
             model: root.settings.sampleRateLabels
             currentIndex: root.settings.sampleRateIndex
             onActivated: index => root.settings.sampleRateIndex = index
-            Accessible.description: Strings.sampleRateHeading()
+            Accessible.description: Strings.tr.sampleRateHeading()
             Layout.fillWidth: true
         }
         TBSectionLabel {
-            text: Strings.bitDepthHeading()
+            text: Strings.tr.bitDepthHeading()
             Layout.topMargin: 4
         }
         TBSegmentedControl {
@@ -48,7 +48,7 @@ TBCard {
             enabled: root.settings.bitDepthApplies
             model: root.settings.bitDepthLabels
             currentIndex: root.settings.bitDepthIndex
-            accessibleName: Strings.bitDepthHeading()
+            accessibleName: Strings.tr.bitDepthHeading()
             onActivated: index => root.settings.bitDepthIndex = index
             Layout.fillWidth: true
         }

@@ -53,7 +53,7 @@ TBCard {
             }
             Label {
                 objectName: "dropHere"
-                text: root.isDragOver ? Strings.dropToAdd() : Strings.dropHere()
+                text: root.isDragOver ? Strings.tr.dropToAdd() : Strings.tr.dropHere()
                 color: TBTheme.text
                 font.pixelSize: 15
                 horizontalAlignment: Text.AlignHCenter
@@ -65,14 +65,14 @@ TBCard {
                 TBOutlinedButton {
                     objectName: "selectFilesButton"
                     iconName: "file"
-                    text: Strings.selectFiles()
+                    text: Strings.tr.selectFiles()
                     shortcutText: root.addFilesShortcut
                     onClicked: root.selectFiles()
                 }
                 TBOutlinedButton {
                     objectName: "selectFolderButton"
                     iconName: "folder"
-                    text: Strings.selectFolder()
+                    text: Strings.tr.selectFolder()
                     shortcutText: root.addFolderShortcut
                     onClicked: root.selectFolder()
                 }
@@ -94,7 +94,7 @@ TBCard {
                 Layout.fillWidth: true
                 Label {
                     objectName: "loadedSummary"
-                    text: Strings.filesLoaded(root.fileCount) + "  \u00b7  " + (root.folderCount > 0 ? Strings.folders(root.folderCount) : Strings.individualFiles())
+                    text: Strings.tr.filesLoaded(root.fileCount) + "  \u00b7  " + (root.folderCount > 0 ? Strings.tr.folders(root.folderCount) : Strings.tr.individualFiles())
                     color: TBTheme.text
                     font.pixelSize: 15
                     font.weight: Font.DemiBold
@@ -111,7 +111,7 @@ TBCard {
             }
             TBPrimaryButton {
                 objectName: "analyzeButton"
-                text: Strings.analyzeLoudness()
+                text: Strings.tr.analyzeLoudness()
                 enabled: root.canAnalyze && !root.isAnalyzing
                 onClicked: root.analyze()
             }
@@ -123,27 +123,27 @@ TBCard {
             TBOutlinedButton {
                 objectName: "addFilesButton"
                 iconName: "plus"
-                text: Strings.addFiles()
+                text: Strings.tr.addFiles()
                 shortcutText: root.addFilesShortcut
                 onClicked: root.selectFiles()
             }
             TBOutlinedButton {
                 objectName: "addFolderButton"
                 iconName: "folder"
-                text: Strings.addFolder()
+                text: Strings.tr.addFolder()
                 shortcutText: root.addFolderShortcut
                 onClicked: root.selectFolder()
             }
             TBOutlinedButton {
                 objectName: "removeSelectedButton"
-                text: Strings.removeSelected()
+                text: Strings.tr.removeSelected()
                 enabled: root.hasSelection
                 shortcutText: root.removeShortcut
                 onClicked: root.removeSelected()
             }
             TBOutlinedButton {
                 objectName: "clearQueueButton"
-                text: Strings.clearQueue()
+                text: Strings.tr.clearQueue()
                 onClicked: root.clearQueue()
             }
         }

@@ -47,7 +47,7 @@ TBSheet {
         }
         Label {
             objectName: "detailMessage"
-            text: root.status === "warning" || root.status === "failed" ? root.statusMessage : Strings.statusName(root.status)
+            text: root.status === "warning" || root.status === "failed" ? root.statusMessage : Strings.tr.statusName(root.status)
             font.pixelSize: 13
             color: TBTheme.text
             wrapMode: Text.Wrap
@@ -56,7 +56,7 @@ TBSheet {
         TBToolbarButton {
             objectName: "detailsToggle"
             visible: root.hasDetails
-            text: Strings.details()
+            text: Strings.tr.details()
             iconName: "chevronDown"
             font.pixelSize: 12
             checked: root.showDetails
@@ -94,7 +94,7 @@ TBSheet {
         }
         TBOutlinedButton {
             objectName: "detailDone"
-            text: Strings.done()
+            text: Strings.tr.done()
             onClicked: root.close()
             Layout.alignment: Qt.AlignRight
         }

@@ -39,7 +39,8 @@ void LicenseListModel::retranslate()
         {QUuid::createUuid(), QStringLiteral("LAME"), QString::fromLatin1(get_lame_short_version()),
          L::lameSummary(), QStringLiteral("LAME-LGPL")},
         {QUuid::createUuid(), QStringLiteral("Tonbrook"),
-         QStringLiteral("%1 (%2)").arg(QLatin1StringView(BuildInfo::version), QLatin1StringView(BuildInfo::buildNumber)),
+         QStringLiteral("%1 (%2)").arg(QLatin1StringView(BuildInfo::version),
+                                       QLatin1StringView(BuildInfo::buildNumber)),
          L::copyright(), std::nullopt},
     };
     endResetModel();

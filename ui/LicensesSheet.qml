@@ -25,7 +25,7 @@ TBSheet {
         RowLayout {
             Layout.fillWidth: true
             Label {
-                text: Strings.licenses()
+                text: Strings.tr.licenses()
                 font.pixelSize: 18
                 font.weight: Font.DemiBold
                 color: TBTheme.text
@@ -33,7 +33,7 @@ TBSheet {
             }
             TBOutlinedButton {
                 objectName: "licensesDone"
-                text: Strings.done()
+                text: Strings.tr.done()
                 onClicked: root.close()
             }
         }
@@ -83,7 +83,7 @@ TBSheet {
                         TBToolbarButton {
                             objectName: "licenseToggle_" + card.index
                             visible: card.hasText
-                            text: card.expanded ? Strings.hideLicense() : Strings.viewLicense()
+                            text: card.expanded ? Strings.tr.hideLicense() : Strings.tr.viewLicense()
                             onClicked: root.expandedIndex = card.expanded ? -1 : card.index
                         }
                     }

@@ -20,7 +20,7 @@ TBCard {
         spacing: 8
 
         TBSectionLabel {
-            text: Strings.outputFolderHeading()
+            text: Strings.tr.outputFolderHeading()
         }
         RowLayout {
             spacing: 8
@@ -28,12 +28,12 @@ TBCard {
             TBOutlinedButton {
                 objectName: "chooseFolderButton"
                 iconName: "folder"
-                text: Strings.chooseFolder()
+                text: Strings.tr.chooseFolder()
                 onClicked: root.chooseFolder()
             }
             Label {
                 objectName: "outputFolderPath"
-                text: root.settings.hasOutputFolder ? root.settings.outputFolder : Strings.noFolderSelected()
+                text: root.settings.hasOutputFolder ? root.settings.outputFolder : Strings.tr.noFolderSelected()
                 color: root.settings.hasOutputFolder ? TBTheme.text : TBTheme.muted
                 font.pixelSize: 12
                 elide: Text.ElideMiddle
@@ -61,7 +61,7 @@ TBCard {
         }
         TBSwitch {
             objectName: "revealSwitch"
-            text: Strings.revealWhenComplete()
+            text: Strings.tr.revealWhenComplete()
             checked: root.settings.revealWhenComplete
             onToggled: root.settings.revealWhenComplete = checked
             Layout.fillWidth: true
@@ -71,7 +71,7 @@ TBCard {
             Layout.fillWidth: true
             TBSwitch {
                 objectName: "prefixSwitch"
-                text: Strings.addPrefix()
+                text: Strings.tr.addPrefix()
                 checked: root.settings.addPrefix
                 onToggled: root.settings.addPrefix = checked
             }
@@ -80,7 +80,7 @@ TBCard {
                 enabled: root.settings.addPrefix
                 text: root.settings.prefix
                 onTextEdited: root.settings.prefix = text
-                Accessible.name: Strings.addPrefix()
+                Accessible.name: Strings.tr.addPrefix()
                 Layout.fillWidth: true
             }
         }

@@ -22,12 +22,12 @@ Item {
         width: 380
 
         TBSectionLabel {
-            text: Strings.processingTitle()
+            text: Strings.tr.processingTitle()
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
             objectName: "ofFiles"
-            text: Strings.ofFiles(root.processedCount, root.totalCount)
+            text: Strings.tr.ofFiles(root.processedCount, root.totalCount)
             font.pixelSize: 22
             font.weight: Font.DemiBold
             color: TBTheme.text
@@ -69,7 +69,7 @@ Item {
         }
         TBOutlinedButton {
             objectName: "cancelButton"
-            text: Strings.cancel()
+            text: Strings.tr.cancel()
             shortcutText: root.cancelShortcut
             onClicked: root.cancel()
             Layout.alignment: Qt.AlignHCenter

@@ -100,7 +100,7 @@ Rectangle {
         TBToolbarButton {
             objectName: "rowRemove"
             iconName: "xmark"
-            tip: Strings.removeFromQueue()
+            tip: Strings.tr.removeFromQueue()
             padding: 2
             leftPadding: 2
             rightPadding: 2

@@ -40,28 +40,28 @@ TBCard {
                     objectName: "selectAllCheck"
                     checked: root.allSelected
                     enabled: root.count > 0
-                    tip: Strings.selectAll() + (root.selectAllShortcut.length > 0 ? " (" + root.selectAllShortcut + ")" : "")
+                    tip: Strings.tr.selectAll() + (root.selectAllShortcut.length > 0 ? " (" + root.selectAllShortcut + ")" : "")
                     onClicked: root.toggleSelectAll()
                     Layout.preferredWidth: 18
                 }
                 TBSectionLabel {
-                    text: Strings.columnFile()
+                    text: Strings.tr.columnFile()
                     Layout.fillWidth: true
                 }
                 TBSectionLabel {
-                    text: Strings.columnSource()
+                    text: Strings.tr.columnSource()
                     Layout.preferredWidth: 78
                 }
                 TBSectionLabel {
-                    text: Strings.columnLoudness()
+                    text: Strings.tr.columnLoudness()
                     Layout.preferredWidth: 92
                 }
                 TBSectionLabel {
-                    text: Strings.columnOutput()
+                    text: Strings.tr.columnOutput()
                     Layout.preferredWidth: 60
                 }
                 TBSectionLabel {
-                    text: Strings.columnStatus()
+                    text: Strings.tr.columnStatus()
                     Layout.preferredWidth: 96
                 }
                 Item {
@@ -98,7 +98,7 @@ TBCard {
                 objectName: "emptyQueue"
                 anchors.centerIn: parent
                 visible: root.count === 0
-                text: Strings.noFilesInQueue()
+                text: Strings.tr.noFilesInQueue()
                 color: TBTheme.muted
                 font.pixelSize: 13
             }

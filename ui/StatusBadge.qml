@@ -9,7 +9,7 @@ TBBadge {
 
     property string status: "ready"
 
-    text: Strings.statusName(status)
+    text: Strings.tr.statusName(status)
     spinning: status === "analyzing" || status === "processing"
     iconName: ({
             "ready": "circle",

@@ -4,6 +4,24 @@
 #include "app/QueueModel.h"
 #include "localization/L.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
+Strings::Strings(QObject *parent)
+    : QObject(parent)
+{
+    // Installing or removing a catalogue sends the application a LanguageChange.
+    if (QCoreApplication::instance())
+        QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool Strings::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == QCoreApplication::instance() && event->type() == QEvent::LanguageChange)
+        Q_EMIT languageChanged();
+    return QObject::eventFilter(watched, event);
+}
+
 QString Strings::appSubtitle() const
 {
     return L::appSubtitle();

@@ -4,17 +4,20 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-// The string table as QML reads it: `Strings.dropHere()`, `Strings.files(3)`.
-// When the language changes the engine re-evaluates every binding, so views
-// need nothing of their own to follow it.
+// The string table as QML reads it: `Strings.tr.dropHere()`, `Strings.tr.files(3)`.
+// Reading `tr` makes a binding depend on the language: when Qt announces a
+// language change, `tr` notifies and every such binding reads its text again.
 class Strings : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
+    Q_PROPERTY(Strings *tr READ tr NOTIFY languageChanged)
 
 public:
-    using QObject::QObject;
+    explicit Strings(QObject *parent = nullptr);
+
+    Strings *tr() { return this; }
 
     Q_INVOKABLE QString appSubtitle() const;
     Q_INVOKABLE QString processingComplete() const;
@@ -84,4 +87,10 @@ public:
     Q_INVOKABLE QString lameSummary() const;
     Q_INVOKABLE QString dropToAdd() const;
     Q_INVOKABLE QString showDetails() const;
+
+Q_SIGNALS:
+    void languageChanged();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 };

@@ -13,7 +13,7 @@ Window {
     property string channelAddress
 
     objectName: "supportWindow"
-    title: Strings.supportMenuItem()
+    title: Strings.tr.supportMenuItem()
     color: TBTheme.bg
     width: 420
     height: 330
@@ -40,14 +40,14 @@ Window {
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
-            text: Strings.supportTitle()
+            text: Strings.tr.supportTitle()
             font.pixelSize: 17
             font.weight: Font.DemiBold
             color: TBTheme.text
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
-            text: Strings.supportBody()
+            text: Strings.tr.supportBody()
             font.pixelSize: 12
             color: TBTheme.muted
             wrapMode: Text.Wrap
@@ -62,18 +62,18 @@ Window {
             Layout.alignment: Qt.AlignHCenter
             TBPrimaryButton {
                 objectName: "tipButton"
-                text: Strings.leaveTip()
+                text: Strings.tr.leaveTip()
                 onClicked: Qt.openUrlExternally(root.tipAddress)
             }
             TBOutlinedButton {
                 objectName: "channelButton"
-                text: Strings.supportChannelButton()
+                text: Strings.tr.supportChannelButton()
                 onClicked: Qt.openUrlExternally(root.channelAddress)
             }
         }
         TBToolbarButton {
             objectName: "supportClose"
-            text: Strings.close()
+            text: Strings.tr.close()
             onClicked: root.close()
             Layout.alignment: Qt.AlignHCenter
         }

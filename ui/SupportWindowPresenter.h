@@ -9,7 +9,6 @@
 
 #include <functional>
 
-
 // Keeps the one support window: opening it again brings the same window
 // forward; closing it runs what the opener asked for, once.
 class SupportWindowPresenter final : public SupportPresenting

@@ -17,11 +17,11 @@ TBCard {
         spacing: 10
 
         TBSectionLabel {
-            text: Strings.targetHeading()
+            text: Strings.tr.targetHeading()
         }
         TBSwitch {
             objectName: "normalizeSwitch"
-            text: Strings.normalizeLoudness()
+            text: Strings.tr.normalizeLoudness()
             checked: root.settings.normalizeLoudness
             onToggled: root.settings.normalizeLoudness = checked
             Layout.fillWidth: true
@@ -32,7 +32,7 @@ TBCard {
             model: root.settings.presetLabels
             currentIndex: root.settings.presetIndex
             onActivated: index => root.settings.presetIndex = index
-            Accessible.description: Strings.presetLabel()
+            Accessible.description: Strings.tr.presetLabel()
             Layout.fillWidth: true
         }
         RowLayout {
@@ -40,7 +40,7 @@ TBCard {
             spacing: 8
             Layout.fillWidth: true
             Label {
-                text: Strings.customTarget()
+                text: Strings.tr.customTarget()
                 color: TBTheme.muted
                 font.pixelSize: 12
                 Layout.fillWidth: true
@@ -61,7 +61,7 @@ TBCard {
                 onTextEdited: if (!invalid)
                     root.settings.customTargetLUFS = typed
                 onEditingFinished: text = root.settings.customTargetLUFS.toFixed(1)
-                Accessible.name: Strings.customTarget()
+                Accessible.name: Strings.tr.customTarget()
             }
             Label {
                 text: "LUFS"
@@ -73,7 +73,7 @@ TBCard {
             spacing: 8
             Layout.fillWidth: true
             Label {
-                text: Strings.truePeakCeiling()
+                text: Strings.tr.truePeakCeiling()
                 color: TBTheme.muted
                 font.pixelSize: 12
                 Layout.fillWidth: true

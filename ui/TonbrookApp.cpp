@@ -2,7 +2,6 @@
 #include "ui/TonbrookApp.h"
 
 #include "app/SettingsModel.h"
-#include "engine/ResourceLocator.h"
 #include "localization/LanguageManager.h"
 #include "ui/AppContext.h"
 #include "ui/LicenseListModel.h"
@@ -12,10 +11,10 @@
 #include <QTimer>
 
 TonbrookApp::TonbrookApp(MainViewModel::Services services, LanguageManager &language,
-                         const QStringList &initialPaths)
+                         const QStringList &initialPaths, ResourceLocator resources)
     : m_viewModel(std::make_unique<MainViewModel>(std::move(services)))
     , m_settings(std::make_unique<SettingsModel>(*m_viewModel))
-    , m_licenses(std::make_unique<LicenseListModel>(ResourceLocator()))
+    , m_licenses(std::make_unique<LicenseListModel>(std::move(resources)))
     , m_context(std::make_unique<AppContext>(*m_viewModel, *m_settings, *m_licenses, language))
 {
     // Every text is read again at once, QML bindings included.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/MainViewModel.h"
+#include "engine/ResourceLocator.h"
 
 #include <QQmlApplicationEngine>
 
@@ -20,7 +21,7 @@ class TonbrookApp
 {
 public:
     TonbrookApp(MainViewModel::Services services, LanguageManager &language,
-                const QStringList &initialPaths = {});
+                const QStringList &initialPaths = {}, ResourceLocator resources = {});
     ~TonbrookApp();
 
     MainViewModel &viewModel() { return *m_viewModel; }

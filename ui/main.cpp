@@ -34,12 +34,14 @@ int main(int argc, char *argv[])
     const QStringList arguments = QApplication::arguments().mid(1);
     for (const QString &argument : arguments) {
         const QUrl url(argument);
-        paths.append(url.isLocalFile() ? url.toLocalFile() : QFileInfo(argument).absoluteFilePath());
+        paths.append(url.isLocalFile() ? url.toLocalFile()
+                                       : QFileInfo(argument).absoluteFilePath());
     }
 
     auto support = std::make_shared<SupportWindowPresenter>();
     TonbrookApp tonbrook(MainViewModel::Services::standard(std::make_shared<FilePanelPresenter>(),
-                                                           std::make_shared<DesktopRevealer>(), support),
+                                                           std::make_shared<DesktopRevealer>(),
+                                                           support),
                          LanguageManager::shared(), paths);
     support->setEngine(&tonbrook.engine());
     if (!tonbrook.window())

@@ -11,8 +11,8 @@
 #include "engine/LoudnessProcessing.h"
 #include "engine/ProcessingError.h"
 #include "files/FileImportService.h"
-#include "files/FilePanelPresenting.h"
 #include "files/FolderScanner.h"
+#include "files/NoFilePanels.h"
 #include "files/OutputPathService.h"
 #include "localization/LanguageManager.h"
 #include "ui/SupportWindowPresenter.h"
@@ -55,7 +55,8 @@ double loudnessOf(const QString &path)
 class StandInAnalyzer final : public LoudnessAnalyzing
 {
 public:
-    LoudnessMeasurement analyze(const QString &path, double, double, const CancellationToken &token) const override
+    LoudnessMeasurement analyze(const QString &path, double, double,
+                                const CancellationToken &token) const override
     {
         if (nameOf(path).startsWith(QStringLiteral("Room tone")))
             while (!token.isCancelled())
@@ -70,8 +71,9 @@ public:
 class StandInProcessor final : public LoudnessProcessing
 {
 public:
-    ProcessingResult process(const AudioFileItem &item, const QString &destination, const OutputEncoding &,
-                             const ProcessingSettings &settings, const CancellationToken &token) const override
+    ProcessingResult process(const AudioFileItem &item, const QString &destination,
+                             const OutputEncoding &, const ProcessingSettings &settings,
+                             const CancellationToken &token) const override
     {
         while (holdProcessing && !token.isCancelled())
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -80,30 +82,30 @@ public:
         const QString name = nameOf(item.sourceURL);
         if (name.contains(QStringLiteral("corrupt")))
             throw ProcessingError::ffmpegFailed(
-                183, QStringLiteral("[in#0 @ 0x55d0] Error opening input: Invalid data found when processing input\n"
-                                    "Error opening input file ") + item.sourceURL + QStringLiteral(".\n"));
+                183, QStringLiteral("[in#0 @ 0x55d0] Error opening input: Invalid data found when "
+                                    "processing input\n"
+                                    "Error opening input file ") +
+                         item.sourceURL + QStringLiteral(".\n"));
         const double loudness = loudnessOf(item.sourceURL);
         const double target = settings.effectiveTargetLUFS();
         const bool limited = name.startsWith(QStringLiteral("Kick"));
         const double final = limited ? loudness + 4 : target;
-        ProcessingResult result{name, nameOf(destination), loudness, final, final - loudness,
+        ProcessingResult result{name,
+                                nameOf(destination),
+                                loudness,
+                                final,
+                                final - loudness,
                                 limited ? -1.0 : final - loudness + loudness + 13.5,
-                                limited ? ProcessingOutcome::PeakLimited : ProcessingOutcome::Success, {}};
+                                limited ? ProcessingOutcome::PeakLimited
+                                        : ProcessingOutcome::Success,
+                                {}};
         if (limited)
-            result.warningMessage = QStringLiteral("Target %1 \u2192 could not reach target without exceeding the "
-                                                   "true peak ceiling. Normalized to the highest safe level.")
-                                        .arg(loudness, 0, 'f', 2);
+            result.warningMessage =
+                QStringLiteral("Target %1 \u2192 could not reach target without exceeding the "
+                               "true peak ceiling. Normalized to the highest safe level.")
+                    .arg(loudness, 0, 'f', 2);
         return result;
     }
-};
-
-class ScriptedPanels final : public FilePanelPresenting
-{
-public:
-    QStringList presentFilePanel(const QStringList &) override { return {}; }
-    QStringList presentFolderPanel() override { return {}; }
-    std::optional<QString> presentDestinationFolderPanel() override { return std::nullopt; }
-    std::optional<QString> presentSavePanel(const QString &, const QString &) override { return std::nullopt; }
 };
 
 void settle(int milliseconds = 350)
@@ -143,11 +145,16 @@ int main(int argc, char *argv[])
     QTemporaryDir scratch;
     const QString session = scratch.filePath(QStringLiteral("Theatre Session"));
     const QStringList files{
-        QStringLiteral("Act 1/Ambience/Room tone.wav"), QStringLiteral("Act 1/Ambience/Rain on windows.aiff"),
-        QStringLiteral("Act 1/Cues/Door slam.wav"),      QStringLiteral("Act 1/Cues/Kick 01.wav"),
-        QStringLiteral("Act 1/Cues/Kick 02.wav"),        QStringLiteral("Act 2/Music/Overture.mp3"),
-        QStringLiteral("Act 2/Music/Waltz (rehearsal mix).m4a"), QStringLiteral("Act 2/Voice/Narrator line 12.wav"),
-        QStringLiteral("Act 2/Voice/corrupt take.wav"),   QStringLiteral("Act 2/Voice/Narrator line 13.caf"),
+        QStringLiteral("Act 1/Ambience/Room tone.wav"),
+        QStringLiteral("Act 1/Ambience/Rain on windows.aiff"),
+        QStringLiteral("Act 1/Cues/Door slam.wav"),
+        QStringLiteral("Act 1/Cues/Kick 01.wav"),
+        QStringLiteral("Act 1/Cues/Kick 02.wav"),
+        QStringLiteral("Act 2/Music/Overture.mp3"),
+        QStringLiteral("Act 2/Music/Waltz (rehearsal mix).m4a"),
+        QStringLiteral("Act 2/Voice/Narrator line 12.wav"),
+        QStringLiteral("Act 2/Voice/corrupt take.wav"),
+        QStringLiteral("Act 2/Voice/Narrator line 13.caf"),
         QStringLiteral("Act 2/Music/Finale.aif"),
     };
     for (const QString &file : files) {
@@ -157,26 +164,30 @@ int main(int argc, char *argv[])
 
     for (const AppLanguage language : {AppLanguage::En, AppLanguage::Ru}) {
         const QString tag = AppLanguages::rawValue(language);
-        LanguageManager languages(std::make_unique<QSettings>(scratch.filePath(QStringLiteral("lang.ini")),
-                                                              QSettings::IniFormat),
-                                  {QStringLiteral("en-US")});
+        LanguageManager languages(
+            std::make_unique<QSettings>(scratch.filePath(QStringLiteral("lang.ini")),
+                                        QSettings::IniFormat),
+            {QStringLiteral("en-US")});
         languages.setSelection(language);
-        auto preferences = std::make_shared<QSettings>(scratch.filePath(QStringLiteral("prefs.ini")), QSettings::IniFormat);
+        auto preferences = std::make_shared<QSettings>(
+            scratch.filePath(QStringLiteral("prefs.ini")), QSettings::IniFormat);
         auto support = std::make_shared<SupportWindowPresenter>();
-        TonbrookApp tonbrook(MainViewModel::Services{std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
-                                                     std::make_shared<ScriptedPanels>(),
-                                                     std::make_shared<OutputPathService>(),
-                                                     OutputFolderBookmarkStore(preferences),
-                                                     std::make_shared<StandInAnalyzer>(),
-                                                     std::make_shared<StandInProcessor>(), support, nullptr},
-                             languages);
+        TonbrookApp tonbrook(
+            MainViewModel::Services{
+                std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
+                std::make_shared<NoFilePanels>(), std::make_shared<OutputPathService>(),
+                OutputFolderBookmarkStore(preferences), std::make_shared<StandInAnalyzer>(),
+                std::make_shared<StandInProcessor>(), support, nullptr},
+            languages);
         support->setEngine(&tonbrook.engine());
         QQuickWindow *window = tonbrook.window();
         if (!window)
             return 1;
         MainViewModel &vm = tonbrook.viewModel();
         window->resize(980, 720);
-        const auto name = [&](const char *state) -> QString { return out + QStringLiteral("/%1-%2.png").arg(QLatin1StringView(state), tag); };
+        const auto name = [&](const char *state) -> QString {
+            return out + QStringLiteral("/%1-%2.png").arg(QLatin1StringView(state), tag);
+        };
 
         shoot(window, name("01-idle-empty"));
 

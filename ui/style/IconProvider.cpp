@@ -16,8 +16,7 @@ const QString folder = QStringLiteral(":/Tonbrook/Style/icons/");
 
 IconProvider::IconProvider()
     : QQuickImageProvider(QQuickImageProvider::Image)
-{
-}
+{}
 
 QStringList IconProvider::names()
 {
@@ -33,7 +32,8 @@ QImage IconProvider::requestImage(const QString &id, QSize *size, const QSize &r
     const QString name = id.left(slash);
     const QString colour = slash < 0 ? TBTheme::text().name() : id.mid(slash + 1);
     QFile file(folder + name + QStringLiteral(".svg"));
-    const QSize target = requestedSize.isValid() && !requestedSize.isEmpty() ? requestedSize : QSize(24, 24);
+    const QSize target =
+        requestedSize.isValid() && !requestedSize.isEmpty() ? requestedSize : QSize(24, 24);
     if (size)
         *size = target;
     QImage image(target, QImage::Format_ARGB32_Premultiplied);

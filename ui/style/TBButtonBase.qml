@@ -13,6 +13,7 @@ Button {
     property color foreground: TBTheme.text
     property string tip
     property string shortcutText
+    readonly property string toolTipText: shortcutText.length > 0 ? (tip.length > 0 ? tip : text) + " (" + shortcutText + ")" : tip
 
     padding: 8
     leftPadding: 14
@@ -41,7 +42,7 @@ Button {
     }
 
     TBToolTip {
-        visible: root.hovered && (root.tip.length > 0 || root.shortcutText.length > 0)
-        text: root.shortcutText.length > 0 ? (root.tip.length > 0 ? root.tip : root.text) + " (" + root.shortcutText + ")" : root.tip
+        visible: root.hovered && root.toolTipText.length > 0
+        text: root.toolTipText
     }
 }

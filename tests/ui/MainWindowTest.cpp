@@ -1,0 +1,375 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The real window over stand-in services: what it shows on each screen, and
+// what drops, shortcuts, menus and sheets do.
+#include "../app/ControllerFixture.h"
+#include "../localization/LanguageFixture.h"
+#include "ui/AppContext.h"
+#include "ui/TonbrookApp.h"
+
+#include <QDirIterator>
+#include <QMimeData>
+#include <QQmlComponent>
+#include <QQmlExtensionPlugin>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+Q_IMPORT_QML_PLUGIN(Tonbrook_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Tonbrook_StylePlugin)
+Q_IMPORT_QML_PLUGIN(Tonbrook_UiPlugin)
+
+namespace {
+
+class CountingPanels final : public FilePanelPresenting
+{
+public:
+    int fileRequests = 0;
+    int folderRequests = 0;
+    QStringList presentFilePanel(const QStringList &) override
+    {
+        ++fileRequests;
+        return {};
+    }
+    QStringList presentFolderPanel() override
+    {
+        ++folderRequests;
+        return {};
+    }
+    std::optional<QString> presentDestinationFolderPanel() override { return std::nullopt; }
+    std::optional<QString> presentSavePanel(const QString &, const QString &) override
+    {
+        return std::nullopt;
+    }
+};
+
+} // namespace
+
+class MainWindowTest : public QObject
+{
+    Q_OBJECT
+
+    LanguageFixture m_language;
+    std::shared_ptr<GatedAnalyzer> m_analyzer;
+    std::shared_ptr<GatedProcessor> m_processor;
+    std::shared_ptr<CountingPanels> m_panels;
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<TonbrookApp> m_app;
+
+    MainViewModel &vm() { return m_app->viewModel(); }
+    QQuickWindow *window() { return m_app->window(); }
+
+    // Items anywhere on screen (popups and list delegates included), or other objects by name.
+    template<typename T = QQuickItem>
+    T *item(const char *name)
+    {
+        if (T *found = window()->findChild<T *>(QLatin1StringView(name)))
+            return found;
+        return qobject_cast<T *>(visualChild(window()->contentItem(), QLatin1StringView(name)));
+    }
+
+    static QQuickItem *visualChild(QQuickItem *root, QLatin1StringView name)
+    {
+        if (!root)
+            return nullptr;
+        if (root->objectName() == name)
+            return root;
+        const QList<QQuickItem *> children = root->childItems();
+        for (QQuickItem *child : children)
+            if (QQuickItem *found = visualChild(child, name))
+                return found;
+        return nullptr;
+    }
+
+    QStringList files(const QStringList &names)
+    {
+        QStringList paths;
+        for (const QString &name : names) {
+            const QString path = m_dir->filePath(name);
+            QDir().mkpath(QFileInfo(path).path());
+            QFile file(path);
+            file.open(QIODevice::WriteOnly);
+            paths.append(path);
+        }
+        return paths;
+    }
+
+    void measureAll()
+    {
+        for (const AudioFileItem &entry : vm().queue())
+            m_analyzer->gate.release(nameOf(entry.sourceURL), ControllerFixture::measured());
+        QTRY_VERIFY(!vm().isAnalyzing());
+    }
+
+    void setOutputFolder()
+    {
+        ProcessingSettings settings = vm().settings();
+        settings.outputFolderURL = m_dir->filePath(QStringLiteral("out"));
+        vm().setSettings(settings);
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(window(), key, modifiers);
+        QCoreApplication::processEvents();
+    }
+
+    void click(QQuickItem *target)
+    {
+        QVERIFY(target);
+        const QPointF centre =
+            target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QQuickStyle::setStyle(QStringLiteral("Basic")); }
+
+    void init()
+    {
+        m_language.manager().setSelection(AppLanguage::En);
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_analyzer = std::make_shared<GatedAnalyzer>();
+        m_processor = std::make_shared<GatedProcessor>();
+        m_panels = std::make_shared<CountingPanels>();
+        auto preferences = std::make_shared<QSettings>(m_dir->filePath(QStringLiteral("p.ini")),
+                                                       QSettings::IniFormat);
+        m_app = std::make_unique<TonbrookApp>(
+            MainViewModel::Services{
+                std::make_shared<FileImportService>(std::make_shared<FolderScanner>()), m_panels,
+                std::make_shared<OutputPathService>(), OutputFolderBookmarkStore(preferences),
+                m_analyzer, m_processor, nullptr, nullptr},
+            m_language.manager(), QStringList(),
+            ResourceLocator(QStringLiteral(TONBROOK_BUILD_BIN_DIR)));
+        QVERIFY(window());
+        window()->requestActivate();
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
+        QVERIFY(QTest::qWaitForWindowActive(window()));
+    }
+
+    void cleanup()
+    {
+        vm().cancelProcessing();
+        m_app.reset();
+    }
+
+    void everyQmlFileLoads()
+    {
+        QDirIterator it(QStringLiteral(":/Tonbrook"), {QStringLiteral("*.qml")}, QDir::Files,
+                        QDirIterator::Subdirectories);
+        int count = 0;
+        while (it.hasNext()) {
+            const QString path = it.next();
+            QQmlComponent component(&m_app->engine(), QUrl(QStringLiteral("qrc") + path));
+            QVERIFY2(component.isReady(), qPrintable(path + u' ' + component.errorString()));
+            ++count;
+        }
+        QVERIFY(count >= 30);
+    }
+
+    void processButtonOnEachScreen()
+    {
+        auto *button = item("processButton");
+        QVERIFY(button->isVisible());
+        QVERIFY(!button->isEnabled()); // empty queue
+        vm().importPaths(files({QStringLiteral("a.wav"), QStringLiteral("b.wav")}));
+        QVERIFY(!button->isEnabled()); // no output folder
+        QCOMPARE(item("footerTrailing")->property("text").toString(),
+                 QStringLiteral("No output folder selected"));
+        setOutputFolder();
+        QVERIFY(button->isEnabled());
+        QCOMPARE(button->property("text").toString(), QStringLiteral("Process 2 Files"));
+        measureAll();
+
+        click(button);
+        QCOMPARE(vm().screenState(), AppScreenState::Processing);
+        QTRY_VERIFY(!button->isVisible());
+        QTRY_VERIFY(item("processingScreen")->isVisible());
+        m_processor->gate.release(QStringLiteral("a.wav"), GatedProcessor::writes());
+        m_processor->gate.release(QStringLiteral("b.wav"),
+                                  GatedProcessor::fails(ProcessingError::writeFailed(
+                                      QStringLiteral("Permission denied"))));
+        QTRY_COMPARE(vm().screenState(), AppScreenState::Completed);
+        QTRY_VERIFY(item("completionScreen")->isVisible());
+        QVERIFY(!button->isVisible());
+        QCOMPARE(item("filesProcessed")->property("text").toString(),
+                 QStringLiteral("2 files processed"));
+        QCOMPARE(item("reachedLine")->property("text").toString(),
+                 QStringLiteral("1 reached target loudness"));
+        QVERIFY(!item("peakLimitedLine")->isVisible());
+        QCOMPARE(item("failedLine")->property("text").toString(), QStringLiteral("1 failed"));
+        QVERIFY(item("revealButton")->isEnabled());
+
+        click(item("newFilesButton"));
+        QTRY_COMPARE(vm().screenState(), AppScreenState::Idle);
+        QTRY_VERIFY(button->isVisible());
+        QVERIFY(vm().queue().isEmpty());
+    }
+
+    void droppedFilesAreImported()
+    {
+        const QStringList paths =
+            files({QStringLiteral("drop/one.wav"), QStringLiteral("drop/two.aiff")});
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(paths[0]),
+                      QUrl::fromLocalFile(m_dir->filePath(QStringLiteral("drop")))});
+        const QPoint at(window()->width() / 2, window()->height() / 2);
+        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(window(), &enter);
+        QDragMoveEvent move(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(window(), &move);
+        QTRY_VERIFY(item("dropArea")->property("containsDrag").toBool());
+        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(window(), &drop);
+        QTRY_COMPARE(vm().queue().size(), 2);
+        QCOMPARE(vm().importNotice(),
+                 std::optional(QStringLiteral("2 added \u00b7 1 already in queue")));
+    }
+
+    void shortcutsAct()
+    {
+        press(Qt::Key_O, Qt::ControlModifier);
+        QCOMPARE(m_panels->fileRequests, 1);
+        press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(m_panels->folderRequests, 1);
+
+        vm().importPaths(
+            files({QStringLiteral("a.wav"), QStringLiteral("b.wav"), QStringLiteral("c.wav")}));
+        measureAll();
+        press(Qt::Key_A, Qt::ControlModifier);
+        QVERIFY(vm().allSelected());
+        vm().toggleSelection(vm().queue().at(0).id);
+        press(Qt::Key_Delete);
+        QCOMPARE(vm().queue().size(), 1);
+
+        press(Qt::Key_Return, Qt::ControlModifier); // no output folder yet: nothing
+        QCOMPARE(vm().screenState(), AppScreenState::Idle);
+        setOutputFolder();
+        press(Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(vm().screenState(), AppScreenState::Processing);
+        press(Qt::Key_Escape);
+        QCOMPARE(vm().screenState(), AppScreenState::Idle);
+
+        // Ctrl+Q leaves the event loop; exit code 7 would mean it never did.
+        QTimer::singleShot(0, this, [this] { press(Qt::Key_Q, Qt::ControlModifier); });
+        QTimer::singleShot(5000, qApp, [] { QCoreApplication::exit(7); });
+        QCOMPARE(QCoreApplication::exec(), 0);
+    }
+
+    void languageChangesEveryTextAtOnce()
+    {
+        vm().importPaths(files({QStringLiteral("a.wav")}));
+        measureAll();
+        QCOMPARE(item("subtitle")->property("text").toString(),
+                 QStringLiteral("Batch loudness normalization and audio conversion"));
+        m_language.manager().setSelection(AppLanguage::Ru);
+        QTRY_COMPARE(item("subtitle")->property("text").toString(),
+                     QStringLiteral("Пакетная нормализация громкости и конвертация аудио"));
+        QCOMPARE(item("footerLeading")->property("text").toString(), QStringLiteral("1 файл"));
+        QCOMPARE(item("footerTrailing")->property("text").toString(),
+                 QStringLiteral("Папка вывода не выбрана"));
+        QCOMPARE(item("statusText")->property("text").toString(), QStringLiteral("1 файл готово"));
+        QCOMPARE(item("processButton")->property("text").toString(),
+                 QStringLiteral("Обработать 1 файл"));
+        QCOMPARE(item("loadedSummary")->property("text").toString(),
+                 QStringLiteral("1 файл загружено  \u00b7  Отдельные файлы"));
+        QCOMPARE(vm().queueModel()
+                     ->data(vm().queueModel()->index(0), QueueModel::StatusTextRole)
+                     .toString(),
+                 QStringLiteral("Готов"));
+        QCOMPARE(item("importNotice")->property("text").toString(), QStringLiteral("1 добавлено"));
+    }
+
+    void languageMenuSetsTheChoice()
+    {
+        auto *menu = item<QObject>("languageMenu");
+        QMetaObject::invokeMethod(menu, "open");
+        QTRY_VERIFY(menu->property("opened").toBool());
+        QQuickItem *russian = nullptr;
+        QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, russian),
+                                  Q_ARG(int, 2));
+        QVERIFY(russian);
+        QCOMPARE(russian->property("text").toString(), QStringLiteral("Русский"));
+        QMetaObject::invokeMethod(russian, "triggered");
+        QCOMPARE(m_language.manager().selection(), AppLanguage::Ru);
+        QTRY_VERIFY(russian->property("current").toBool());
+    }
+
+    void sheetsOpenAndClose()
+    {
+        auto *about = item<QObject>("aboutSheet");
+        click(item("aboutButton"));
+        QTRY_VERIFY(about->property("opened").toBool());
+        QVERIFY(item("aboutVersion")
+                    ->property("text")
+                    .toString()
+                    .startsWith(QStringLiteral("Version ")));
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(!about->property("visible").toBool());
+
+        auto *licenses = item<QObject>("licensesSheet");
+        click(item("licensesButton"));
+        QTRY_VERIFY(licenses->property("opened").toBool());
+        QTRY_VERIFY(item("licenseToggle_0"));
+        QVERIFY(item("licenseToggle_0")->isVisible()); // FFmpeg's text ships in the build tree
+        click(item("licenseToggle_0"));
+        QCOMPARE(licenses->property("expandedIndex").toInt(), 0);
+        click(item("licensesDone"));
+        QTRY_VERIFY(!licenses->property("visible").toBool());
+
+        vm().importPaths(files({QStringLiteral("a.wav")}));
+        auto *details = item<QObject>("itemDetailSheet");
+        QMetaObject::invokeMethod(
+            window(), "openDetails",
+            Q_ARG(QVariant, vm().queue().at(0).id.toString(QUuid::WithoutBraces)));
+        QTRY_VERIFY(details->property("opened").toBool());
+        QCOMPARE(details->property("fileName").toString(), QStringLiteral("a.wav"));
+        click(item("detailDone"));
+        QTRY_VERIFY(!details->property("visible").toBool());
+    }
+
+    void settingsPanelsWriteTheSettings()
+    {
+        QMetaObject::invokeMethod(item<QObject>("formatPicker"), "activated", Q_ARG(int, 3));
+        QCOMPARE(vm().settings().outputFormatMode, OutputFormatMode::Mp3);
+        QVERIFY(!item("bitDepthPicker")->isEnabled());
+
+        QMetaObject::invokeMethod(item<QObject>("presetPicker"), "activated", Q_ARG(int, 6));
+        QVERIFY(vm().settings().selectedPreset.isCustom);
+        auto *custom = item("customTargetField");
+        QTRY_VERIFY(custom->isVisible());
+        custom->setProperty("text", QStringLiteral("-18,25"));
+        QMetaObject::invokeMethod(custom, "textEdited");
+        QCOMPARE(vm().settings().customTargetLUFS, -18.25); // taken as typed, within -70..-5
+        custom->setProperty("text", QStringLiteral("-3"));
+        QMetaObject::invokeMethod(custom, "textEdited");
+        QCOMPARE(vm().settings().customTargetLUFS, -18.25);
+        QVERIFY(custom->property("invalid").toBool());
+
+        QMetaObject::invokeMethod(item<QObject>("ceilingField"), "realValueEdited",
+                                  Q_ARG(double, -2.34));
+        QCOMPARE(vm().settings().truePeakCeiling, -2.3);
+
+        QMetaObject::invokeMethod(item<QObject>("prefixSwitch"), "toggled");
+        item("prefixSwitch")->setProperty("checked", true);
+        QMetaObject::invokeMethod(item<QObject>("prefixSwitch"), "toggled");
+        QVERIFY(vm().settings().addPrefix);
+    }
+
+    void panelsSitSideBySideOnlyWhereTheyFit()
+    {
+        window()->resize(980, 720);
+        QTRY_COMPARE(item("settingsPanels")->property("columns").toInt(), 3);
+        window()->resize(900, 720);
+        QTRY_COMPARE(item("settingsPanels")->property("columns").toInt(), 1);
+        window()->resize(600, 400);
+        QCOMPARE(window()->width() >= 900 || window()->minimumWidth() == 900, true);
+        QCOMPARE(window()->minimumHeight(), 680);
+    }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "MainWindowTest.moc"
