@@ -7,6 +7,7 @@
 #include "ui/AppContext.h"
 #include "ui/TonbrookApp.h"
 
+#include <QAccessible>
 #include <QDirIterator>
 #include <QMimeData>
 #include <QQmlComponent>
@@ -357,6 +358,34 @@ private Q_SLOTS:
         item("prefixSwitch")->setProperty("checked", true);
         QMetaObject::invokeMethod(item<QObject>("prefixSwitch"), "toggled");
         QVERIFY(vm().settings().addPrefix);
+    }
+
+    void everyControlHasAnAccessibleName()
+    {
+        vm().importPaths(files({QStringLiteral("a.wav")}));
+        measureAll();
+        window()->resize(980, 720);
+        QStringList unnamed;
+        int controls = 0;
+        const auto check = [&](auto &self, QQuickItem *node) -> void {
+            const bool isControl =
+                node->inherits("QQuickAbstractButton") || node->inherits("QQuickComboBox") ||
+                node->inherits("QQuickSpinBox") || node->inherits("QQuickTextField");
+            if (isControl && node->isVisible()) {
+                ++controls;
+                QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(node);
+                if (!accessible || accessible->text(QAccessible::Name).isEmpty())
+                    unnamed.append(node->objectName().isEmpty()
+                                       ? QString::fromLatin1(node->metaObject()->className())
+                                       : node->objectName());
+            }
+            const QList<QQuickItem *> children = node->childItems();
+            for (QQuickItem *child : children)
+                self(self, child);
+        };
+        check(check, window()->contentItem());
+        QVERIFY2(controls >= 20, qPrintable(QString::number(controls)));
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(u", ")));
     }
 
     void panelsSitSideBySideOnlyWhereTheyFit()
