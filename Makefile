@@ -3,7 +3,7 @@
 #   make run    install what is missing, build (release) and start Tonbrook
 #   make test   install what is missing, build (dev) and run every test
 #   make        build the release preset into build/release/bin/
-#   make bench  build (release) and run the benchmarks in bench/
+#   make bench  build (release) and run the benchmarks in bench/, printing one table
 #
 # make test TEST_PRESET=asan  runs the tests under AddressSanitizer and UBSan.
 
@@ -30,9 +30,10 @@ test: deps
 	@cmake --build --preset $(TEST_PRESET)
 	@ctest --preset $(TEST_PRESET)
 
-bench: deps
+bench:
+	@scripts/install-deps.sh --bench
 	@$(MAKE) --no-print-directory build PRESET=release
-	@build/release/bin/tonbrook-bench-import
+	@bench/run $(ARGS)
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -22,6 +22,7 @@
 #include "model/UserPreferences.h"
 
 #include <cmath>
+#include <set>
 #include <utility>
 
 namespace {
@@ -140,13 +141,7 @@ QList<QUuid> MainViewModel::effectiveTargetIDs() const
 
 int MainViewModel::folderCount() const
 {
-    QSet<QStringView> folders;
-    for (const AudioFileItem &item : queue()) {
-        const qsizetype slash = item.relativePath.lastIndexOf(u'/');
-        if (slash > 0)
-            folders.insert(QStringView(item.relativePath).left(slash));
-    }
-    return static_cast<int>(folders.size());
+    return m_queue.folderCount();
 }
 
 bool MainViewModel::allSelected() const
@@ -161,14 +156,14 @@ bool MainViewModel::canProcess() const
 
 bool MainViewModel::hasUnanalyzedFiles() const
 {
-    return std::any_of(queue().cbegin(), queue().cend(),
-                       [](const AudioFileItem &item) { return !item.measurement; });
+    return m_queue.unmeasuredCount() > 0;
 }
 
 QString MainViewModel::processButtonTitle() const
 {
+    // Selection only ever holds queued ids.
     if (!m_selectedIDs.isEmpty())
-        return L::processSelected(static_cast<int>(effectiveTargetIDs().size()));
+        return L::processSelected(static_cast<int>(m_selectedIDs.size()));
     if (!queue().isEmpty())
         return L::processFiles(fileCount());
     return L::processFilesNone();
@@ -552,7 +547,11 @@ void MainViewModel::runProcessing(const QList<QUuid> &targets)
         indices[i] = i;
 
     BoundedTaskGroup<Entry, ProcessingOutput>::Callbacks callbacks;
-    callbacks.submitted = [this, jobs](const Entry &index) {
+    // Jobs run in queue order, so the first file still processing is the
+    // lowest job index in flight; no walk over the queue per result.
+    auto inFlight = std::make_shared<std::set<Entry>>();
+    callbacks.submitted = [this, jobs, inFlight](const Entry &index) {
+        inFlight->insert(index);
         setStatus(ProcessingStatus::processing(), (*jobs)[index].item.id);
     };
     callbacks.work = [processor, token, settings, jobs](const Entry &index) -> ProcessingOutput {
@@ -565,17 +564,15 @@ void MainViewModel::runProcessing(const QList<QUuid> &targets)
             return {job.item.id, std::nullopt, std::current_exception()};
         }
     };
-    callbacks.delivered = [this, jobs, token, run](const Entry &index, ProcessingOutput &&output) {
+    callbacks.delivered = [this, jobs, token, run, inFlight](const Entry &index,
+                                                             ProcessingOutput &&output) {
+        inFlight->erase(index);
         applyProcessingOutput(output, (*jobs)[index], token->isCancelled());
         if (run != m_run)
             return;
         ++m_processedCount;
-        const auto working =
-            std::find_if(queue().cbegin(), queue().cend(), [](const AudioFileItem &item) {
-                return item.status.kind() == ProcessingStatus::Kind::Processing;
-            });
-        if (working != queue().cend())
-            m_currentFileName = fileNameOf(working->sourceURL);
+        if (!inFlight->empty())
+            m_currentFileName = fileNameOf((*jobs)[*inFlight->begin()].item.sourceURL);
         Q_EMIT processingProgressChanged();
         Q_EMIT derivedChanged();
     };

@@ -125,8 +125,10 @@ void QueueModel::append(const QList<AudioFileItem> &items)
     beginInsertRows({}, first, first + static_cast<int>(items.size()) - 1);
     m_items.append(items);
     m_rows.reserve(m_items.size());
-    for (int row = first; row < m_items.size(); ++row)
+    for (int row = first; row < m_items.size(); ++row) {
         m_rows.insert(m_items.at(row).id, row);
+        count(m_items.at(row), 1);
+    }
     endInsertRows();
 }
 
@@ -135,7 +137,10 @@ bool QueueModel::update(const QUuid &id, const std::function<void(AudioFileItem 
     const auto row = rowOf(id);
     if (!row)
         return false;
-    change(m_items[*row]);
+    AudioFileItem &item = m_items[*row];
+    const bool wasMeasured = item.measurement.has_value();
+    change(item);
+    m_unmeasured += int(wasMeasured) - int(item.measurement.has_value());
     const QModelIndex at = index(*row);
     Q_EMIT dataChanged(at, at);
     return true;
@@ -152,6 +157,7 @@ void QueueModel::remove(const QSet<QUuid> &ids)
         return;
     if (rows.size() == 1) {
         beginRemoveRows({}, rows.first(), rows.first());
+        count(m_items.at(rows.first()), -1);
         m_items.removeAt(rows.first());
         reindex();
         endRemoveRows();
@@ -159,6 +165,8 @@ void QueueModel::remove(const QSet<QUuid> &ids)
     }
     // Many scattered rows: one reset is far cheaper for views than a signal per row.
     beginResetModel();
+    for (const int row : std::as_const(rows))
+        count(m_items.at(row), -1);
     m_items.removeIf([&ids](const AudioFileItem &item) { return ids.contains(item.id); });
     reindex();
     endResetModel();
@@ -171,6 +179,8 @@ void QueueModel::clear()
     beginResetModel();
     m_items.clear();
     m_rows.clear();
+    m_unmeasured = 0;
+    m_folders.clear();
     endResetModel();
 }
 
@@ -213,6 +223,22 @@ void QueueModel::reindex()
     m_rows.reserve(m_items.size());
     for (int row = 0; row < m_items.size(); ++row)
         m_rows.insert(m_items.at(row).id, row);
+}
+
+void QueueModel::count(const AudioFileItem &item, int sign)
+{
+    if (!item.measurement)
+        m_unmeasured += sign;
+    const qsizetype slash = item.relativePath.lastIndexOf(u'/');
+    if (slash <= 0)
+        return;
+    const QString folder = item.relativePath.left(slash);
+    if (sign > 0) {
+        ++m_folders[folder];
+    } else if (const auto entry = m_folders.find(folder);
+               entry != m_folders.end() && --*entry == 0) {
+        m_folders.erase(entry);
+    }
 }
 
 void QueueModel::everyRowChanged(const QList<int> &roles)

@@ -44,6 +44,10 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     const QList<AudioFileItem> &items() const { return m_items; }
+    // Kept up to date item by item, so a result arriving for one file of a
+    // long queue costs the same as for a short one.
+    int unmeasuredCount() const { return m_unmeasured; }
+    int folderCount() const { return static_cast<int>(m_folders.size()); }
     const AudioFileItem *find(const QUuid &id) const;
     std::optional<int> rowOf(const QUuid &id) const;
 
@@ -66,10 +70,13 @@ public:
 
 private:
     void reindex();
+    void count(const AudioFileItem &item, int sign);
     void everyRowChanged(const QList<int> &roles);
 
     QList<AudioFileItem> m_items;
     QHash<QUuid, int> m_rows;
+    int m_unmeasured = 0;
+    QHash<QString, int> m_folders; // items per folder
     const QSet<QUuid> *m_selected = nullptr;
     OutputFormatMode m_outputMode = OutputFormatMode::KeepOriginal;
 };

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Import of large generated trees: wall time of importURLs and the memory it
-// takes. Prints one table row per tree size; the median of several runs.
+// takes. Prints one table row per tree size; the median of several runs, and
+// "result<TAB>key<TAB>value" lines for bench/run.
 //
 // usage: tonbrook-bench-import [--runs N] [--sizes 10000,100000]
 #include "files/FileImportService.h"
@@ -114,6 +115,8 @@ int main(int argc, char *argv[])
                    .arg(items, 8)
                    .arg(seconds[seconds.size() / 2], 13, 'f', 3)
                    .arg(peakGrowth, 10, 'f', 1);
+        out << "result\timport_" << files << "_s\t" << seconds[seconds.size() / 2] << '\n';
+        out << "result\timport_" << files << "_peak_mib\t" << peakGrowth << '\n';
         out.flush();
     }
     return 0;

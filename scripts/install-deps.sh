@@ -3,6 +3,9 @@
 #
 # Installs the Debian 12 / Ubuntu 24.04 packages that building and testing
 # Tonbrook needs. Silent and quick when everything is already there.
+#
+# --bench adds what the benchmarks compare against: the distribution's ffmpeg
+# (never used by Tonbrook itself).
 set -euo pipefail
 
 packages=(
@@ -18,6 +21,7 @@ packages=(
     # tests: locale sources for the comma-decimal checks, python for independent parsers
     locales python3
 )
+[ "${1:-}" = --bench ] && packages+=(ffmpeg)
 
 missing=()
 for package in "${packages[@]}"; do

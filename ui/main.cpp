@@ -13,7 +13,10 @@
 #include <QFileInfo>
 #include <QQmlExtensionPlugin>
 #include <QQuickStyle>
+#include <QQuickWindow>
 #include <QUrl>
+
+#include <cstdio>
 
 Q_IMPORT_QML_PLUGIN(Tonbrook_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_StylePlugin)
@@ -46,5 +49,20 @@ int main(int argc, char *argv[])
     support->setEngine(&tonbrook.engine());
     if (!tonbrook.window())
         return 1;
+
+    // For start-up measurements and install checks: say when the first frame
+    // is shown, and with "quit" leave right after it.
+    const QByteArray firstFrame = qgetenv("TONBROOK_FIRST_FRAME");
+    if (!firstFrame.isEmpty()) {
+        QObject::connect(
+            tonbrook.window(), &QQuickWindow::frameSwapped, &app,
+            [quit = firstFrame == "quit"] {
+                std::fputs("tonbrook: first frame\n", stderr);
+                std::fflush(stderr);
+                if (quit)
+                    QCoreApplication::quit();
+            },
+            Qt::SingleShotConnection);
+    }
     return QApplication::exec();
 }

@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(changed.first().at(1).value<QModelIndex>().row(), 1);
     }
 
-    void folderCount()
+    void countsFollowImportsResultsAndRemovals()
     {
         ControllerFixture f;
         f.files({QStringLiteral("Drums/Kicks/k1.wav"), QStringLiteral("Drums/Kicks/k2.wav"),
@@ -89,6 +89,26 @@ private Q_SLOTS:
         f.vm().importPaths(f.files({QStringLiteral("alone.wav")}));
         QCOMPARE(f.vm().folderCount(), 2);
         QCOMPARE(f.vm().fileCount(), 4);
+
+        for (const QString name : {QStringLiteral("k1.wav"), QStringLiteral("snare.wav"),
+                                   QStringLiteral("alone.wav")})
+            f.analyzer->gate.release(name, ControllerFixture::measured());
+        QTRY_COMPARE(f.vm().analysisDone(), 3);
+        QVERIFY(f.vm().hasUnanalyzedFiles()); // k2 is still being measured
+
+        // A folder counts until its last file goes; the unmeasured file with it.
+        f.vm().removeItem(f.item(QStringLiteral("k1.wav")).id);
+        QCOMPARE(f.vm().folderCount(), 2);
+        f.vm().toggleSelection(f.item(QStringLiteral("k2.wav")).id);
+        f.vm().toggleSelection(f.item(QStringLiteral("alone.wav")).id);
+        f.vm().removeSelected();
+        QCOMPARE(f.vm().folderCount(), 1);
+        QVERIFY(!f.vm().hasUnanalyzedFiles());
+        f.vm().clearQueue();
+        QCOMPARE(f.vm().folderCount(), 0);
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("in"))});
+        QCOMPARE(f.vm().folderCount(), 2);
+        QVERIFY(f.vm().hasUnanalyzedFiles());
     }
 
     void outputFolderWarningAndMemory()

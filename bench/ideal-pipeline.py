@@ -1,0 +1,59 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The yardstick for batch throughput.
+
+For every file, the same two ffmpeg runs Tonbrook makes (measure; then one
+static gain to -16 LUFS / -1 dBTP written as 24-bit WAV), three at a time, and
+nothing else: no import, no queue, no hidden file, no report. Plain threads
+start the children and read loudnorm's numbers in-process, so the script adds
+as little as a script can.
+
+Two orders: "chain" measures and writes each file before taking the next;
+"phased" measures every file, then writes every file (Tonbrook's order).
+
+usage: ideal-pipeline.py FFMPEG OUTDIR {chain,phased} FILE...
+"""
+
+import concurrent.futures
+import json
+import os
+import subprocess
+import sys
+
+
+def measure(ffmpeg, path):
+    completed = subprocess.run(
+        [ffmpeg, "-hide_banner", "-nostats", "-i", path, "-af", "loudnorm=I=-16.0:TP=-1.0:print_format=json",
+         "-f", "null", "-"], capture_output=True, text=True, check=True)
+    text = completed.stderr
+    return json.loads(text[text.rindex("{"):text.rindex("}") + 1])
+
+
+def write(ffmpeg, out, path, numbers):
+    measured_range = float(numbers["input_lra"]) or 0.01
+    target_range = min(max(measured_range, 7.0), 50.0)
+    # One static gain: lowered where the peak would pass the ceiling, as
+    # Tonbrook does, or loudnorm would leave linear mode for dynamic.
+    target = min(-16.0, -1.0 - float(numbers["input_tp"]) + float(numbers["input_i"]))
+    gain = (f"loudnorm=I={target:.2f}:TP=-1.00:LRA={target_range:.2f}:measured_I={numbers['input_i']}"
+            f":measured_LRA={measured_range:.2f}:measured_TP={numbers['input_tp']}"
+            f":measured_thresh={numbers['input_thresh']}:offset={numbers['target_offset']}"
+            ":linear=true:print_format=summary")
+    subprocess.run([ffmpeg, "-y", "-hide_banner", "-nostats", "-i", path, "-af", gain, "-ar", "48000",
+                    "-c:a", "pcm_s24le", "-vn", os.path.join(out, os.path.basename(path))],
+                   capture_output=True, check=True)
+
+
+def main():
+    ffmpeg, out, order, files = sys.argv[1], sys.argv[2], sys.argv[3], sys.argv[4:]
+    os.makedirs(out, exist_ok=True)
+    with concurrent.futures.ThreadPoolExecutor(max_workers=3) as pool:
+        if order == "chain":
+            list(pool.map(lambda path: write(ffmpeg, out, path, measure(ffmpeg, path)), files))
+        else:
+            measured = list(pool.map(lambda path: measure(ffmpeg, path), files))
+            list(pool.map(lambda job: write(ffmpeg, out, *job), zip(files, measured)))
+
+
+if __name__ == "__main__":
+    main()
