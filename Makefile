@@ -4,13 +4,16 @@
 #   make test   install what is missing, build (dev) and run every test
 #   make        build the release preset into build/release/bin/
 #   make bench  build (release) and run the benchmarks in bench/, printing one table
+#   make stress the reliability suite with its long cases and many seeded iterations
+#   make fuzz   build the libFuzzer targets with clang and run each for FUZZ_SECONDS (60)
 #
 # make test TEST_PRESET=asan  runs the tests under AddressSanitizer and UBSan.
 
 PRESET ?= release
 TEST_PRESET ?= dev
+FUZZ_SECONDS ?= 60
 
-.PHONY: all build deps run test bench clean format
+.PHONY: all build deps run test stress fuzz bench clean format
 
 all: build
 
@@ -34,6 +37,18 @@ bench:
 	@scripts/install-deps.sh --bench
 	@$(MAKE) --no-print-directory build PRESET=release
 	@bench/run $(ARGS)
+
+stress: deps
+	@cmake --preset $(TEST_PRESET) --log-level=WARNING
+	@cmake --build --preset $(TEST_PRESET)
+	@TONBROOK_STRESS=1 ctest --preset $(TEST_PRESET) -L reliability --timeout 3600
+
+# Twice: clang and the libFuzzer runtime for it are only known once clang is there.
+fuzz:
+	@scripts/install-deps.sh --fuzz && scripts/install-deps.sh --fuzz
+	@cmake --preset fuzz --log-level=WARNING
+	@cmake --build --preset fuzz
+	@tests/fuzz/run $(FUZZ_SECONDS)
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

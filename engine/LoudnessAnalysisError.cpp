@@ -19,6 +19,11 @@ LoudnessAnalysisError LoudnessAnalysisError::ffmpegFailed(qint32 code, const QSt
     return {Kind::FFmpegFailed, code, standardError};
 }
 
+LoudnessAnalysisError LoudnessAnalysisError::notARegularFile(const QString &path)
+{
+    return {Kind::NotARegularFile, 0, path};
+}
+
 QString LoudnessAnalysisError::describe() const
 {
     switch (m_kind) {
@@ -27,6 +32,9 @@ QString LoudnessAnalysisError::describe() const
     case Kind::FFmpegFailed:
         return QStringLiteral("LoudnessAnalysisError.ffmpegFailed(code: %1, stderr: \"%2\")")
             .arg(m_code)
+            .arg(m_standardError);
+    case Kind::NotARegularFile:
+        return QStringLiteral("LoudnessAnalysisError.notARegularFile(path: \"%1\")")
             .arg(m_standardError);
     }
     return {};

@@ -3,7 +3,7 @@
 
 #include "engine/EngineError.h"
 
-// Why a measuring pass gave no measurement. Both cases keep ffmpeg's whole
+// Why a measuring pass gave no measurement. The ffmpeg cases keep its whole
 // standard error so that the error's words can be chosen from it later.
 class LoudnessAnalysisError final : public EngineError
 {
@@ -14,10 +14,13 @@ public:
         ParseFailed,
         // ffmpeg exited with a non-zero status and printed no measurement.
         FFmpegFailed,
+        // The path names a pipe, device or folder; ffmpeg was not started.
+        NotARegularFile,
     };
 
     static LoudnessAnalysisError parseFailed(const QString &standardError);
     static LoudnessAnalysisError ffmpegFailed(qint32 code, const QString &standardError);
+    static LoudnessAnalysisError notARegularFile(const QString &path);
 
     Kind kind() const { return m_kind; }
     qint32 code() const { return m_code; }

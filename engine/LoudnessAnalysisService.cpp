@@ -4,6 +4,7 @@
 #include "engine/FFmpegRunning.h"
 #include "engine/LoudnessAnalysisError.h"
 #include "engine/NumberFormat.h"
+#include "model/AudioMetadata.h"
 
 #include <utility>
 
@@ -32,6 +33,8 @@ LoudnessMeasurement LoudnessAnalysisService::analyze(const QString &filePath, do
                                                      double truePeak,
                                                      const CancellationToken &cancellation) const
 {
+    if (AudioMetadata::isSomethingOtherThanAFile(filePath))
+        throw LoudnessAnalysisError::notARegularFile(filePath);
     const FFmpegResult result =
         m_runner->run(arguments(filePath, targetLUFS, truePeak), cancellation);
     // A complete block counts even when ffmpeg then exits non-zero.

@@ -4,6 +4,7 @@
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegRunning.h"
 #include "engine/GainFilter.h"
+#include "engine/LoudnessAnalysisError.h"
 #include "engine/LoudnessAnalyzing.h"
 #include "engine/NormalizationPlan.h"
 #include "engine/NumberFormat.h"
@@ -150,6 +151,11 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
 {
     if (standardizedPath(destination) == standardizedPath(item.sourceURL))
         throw ProcessingError::destinationEqualsSource();
+    // A source replaced by a pipe since it was imported would hold ffmpeg
+    // (and this job) until someone wrote to it.
+    if (AudioMetadata::isSomethingOtherThanAFile(item.sourceURL))
+        throw ProcessingError::analysisFailed(
+            LoudnessAnalysisError::notARegularFile(item.sourceURL).describe());
 
     ProcessingResult result;
     result.sourceFileName = fileName(item.sourceURL);

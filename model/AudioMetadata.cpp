@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <mutex>
+#include <sys/stat.h>
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -37,6 +38,12 @@ std::optional<double> cafDeclaredRate(const QString &path)
 
 } // namespace
 
+bool isSomethingOtherThanAFile(const QString &path)
+{
+    struct stat info;
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 && !S_ISREG(info.st_mode);
+}
+
 std::optional<int> roundedSampleRate(double hertz)
 {
     if (!std::isfinite(hertz) || hertz <= 0 || hertz > 1e9)
@@ -48,6 +55,8 @@ std::optional<int> sampleRate(const QString &path)
 {
     static std::once_flag quiet;
     std::call_once(quiet, [] { av_log_set_level(AV_LOG_QUIET); });
+    if (isSomethingOtherThanAFile(path))
+        return std::nullopt;
 
     if (const auto declared = cafDeclaredRate(path))
         return roundedSampleRate(*declared);

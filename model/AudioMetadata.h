@@ -12,6 +12,11 @@ namespace AudioMetadata {
 // throws. Only the header is read.
 std::optional<int> sampleRate(const QString &path);
 
+// True when the path names something that exists and is not a regular file
+// (a pipe, a device, a socket, a folder). Opening a pipe waits for a writer
+// for ever, so nothing that reads sources opens one.
+bool isSomethingOtherThanAFile(const QString &path);
+
 // A declared rate as a whole number of hertz: halves away from zero; absent
 // for zero, negative or non-finite rates.
 std::optional<int> roundedSampleRate(double hertz);

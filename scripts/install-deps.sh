@@ -5,7 +5,7 @@
 # Tonbrook needs. Silent and quick when everything is already there.
 #
 # --bench adds what the benchmarks compare against: the distribution's ffmpeg
-# (never used by Tonbrook itself).
+# (never used by Tonbrook itself). --fuzz adds clang and its libFuzzer runtime.
 set -euo pipefail
 
 packages=(
@@ -21,7 +21,17 @@ packages=(
     # tests: locale sources for the comma-decimal checks, python for independent parsers
     locales python3
 )
-[ "${1:-}" = --bench ] && packages+=(ffmpeg)
+case "${1:-}" in
+    --bench) packages+=(ffmpeg) ;;
+    # libFuzzer ships in the versioned compiler-rt package of the default clang.
+    --fuzz)
+        packages+=(clang)
+        if command -v clang >/dev/null; then
+            major=$(clang -dumpversion | cut -d. -f1)
+            packages+=("libclang-rt-$major-dev")
+        fi
+        ;;
+esac
 
 missing=()
 for package in "${packages[@]}"; do

@@ -2,10 +2,9 @@
 //
 // tonbrook-cli as a user runs it, on generated audio, through the bundled ffmpeg.
 #include "TestAudio.h"
+#include "RunChecks.h"
 #include "TestEnvironment.h"
 
-#include <QCryptographicHash>
-#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -20,6 +19,9 @@ using Segment = TestAudio::Segment;
 
 namespace {
 
+using RunChecks::digest;
+using RunChecks::filesBelow;
+
 struct Run
 {
     int status = -1;
@@ -29,49 +31,13 @@ struct Run
 
 QString cli()
 {
-    return TestEnvironment::buildBinDirectory() + QStringLiteral("/tonbrook-cli");
+    return RunChecks::cliPath();
 }
 
 Run run(const QStringList &arguments)
 {
-    QProcess process;
-    process.start(cli(), arguments);
-    process.waitForFinished(120000);
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-QByteArray digest(const QString &path)
-{
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(&file);
-    return hash.result();
-}
-
-QStringList filesBelow(const QString &root)
-{
-    QStringList found;
-    QDirIterator it(root, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        found.append(it.next().mid(root.size() + 1));
-    found.sort();
-    return found;
-}
-
-// Bundled ffmpeg processes still alive anywhere on the machine.
-int ffmpegProcesses()
-{
-    int count = 0;
-    const QString ffmpeg = QFileInfo(TestEnvironment::ffmpegPath()).canonicalFilePath();
-    const QStringList pids = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
-    for (const QString &pid : pids) {
-        if (QFileInfo(QStringLiteral("/proc/%1/exe").arg(pid)).canonicalFilePath() == ffmpeg)
-            ++count;
-    }
-    return count;
+    const RunChecks::CliRun result = RunChecks::runCli(arguments);
+    return {result.finished ? result.status : -1, QString::fromUtf8(result.out), result.err};
 }
 
 } // namespace
@@ -283,7 +249,7 @@ private Q_SLOTS:
         QVERIFY2(!printed.contains(QStringLiteral("Processing Complete")), qPrintable(printed));
         QVERIFY2(filesBelow(out).filter(QStringLiteral(".tbpart-")).isEmpty(),
                  qPrintable(filesBelow(out).join(u',')));
-        QCOMPARE(ffmpegProcesses(), 0);
+        QCOMPARE(RunChecks::ffmpegProcessesMentioning(out), 0);
         m_digests.insert(long1, digest(long1)); // unchanged from here on, too
         QFile::remove(long1);
         QFile::remove(long2);

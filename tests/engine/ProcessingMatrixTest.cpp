@@ -17,6 +17,7 @@
 // the matrix in parallel.
 #include "MediaProbe.h"
 #include "RecordingRunner.h"
+#include "RunChecks.h"
 #include "TestAudio.h"
 #include "TestEnvironment.h"
 #include "engine/CancellationToken.h"
@@ -25,7 +26,6 @@
 #include "engine/OutputEncoding.h"
 #include "engine/ProcessingError.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -174,15 +174,7 @@ ExpectedStream expectedStream(const QString &extension, OutputBitDepth depth)
     return {QStringLiteral("mov,mp4,m4a,3gp,3g2,mj2"), QStringLiteral("aac"), 0};
 }
 
-QByteArray digest(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(&file);
-    return hash.result();
-}
+using RunChecks::digest;
 
 struct Worst
 {
