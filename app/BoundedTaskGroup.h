@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/ThreadHandOff.h"
 #include "engine/CancellationToken.h"
 
 #include <QMetaObject>
@@ -68,17 +69,42 @@ private:
         ++m_running;
         if (m_callbacks.submitted)
             m_callbacks.submitted(m_entries[index]);
-        auto self = this->shared_from_this();
-        m_pool->start([self, index] {
-            Result result = self->m_callbacks.work(self->m_entries[index]);
-            QMetaObject::invokeMethod(
-                self->m_context,
-                [self, index, result = std::move(result)]() mutable {
-                    self->deliver(index, std::move(result));
-                },
-                Qt::QueuedConnection);
-        });
+        m_pool->start(
+            std::function<void()>(Job{this->shared_from_this(), index, ThreadHandOff::Edge()}));
     }
+
+    // The job on a worker thread; its result goes back as a queued Delivery.
+    struct Job
+    {
+        std::shared_ptr<BoundedTaskGroup> group;
+        size_t index;
+        ThreadHandOff::Edge edge; // last
+
+        void operator()() const
+        {
+            edge.arrive();
+            QMetaObject::invokeMethod(group->m_context,
+                                      Delivery{group, index,
+                                               group->m_callbacks.work(group->m_entries[index]),
+                                               ThreadHandOff::Edge()},
+                                      Qt::QueuedConnection);
+        }
+    };
+
+    struct Delivery
+    {
+        std::shared_ptr<BoundedTaskGroup> group;
+        size_t index;
+        Result result;
+        ThreadHandOff::Edge edge; // last
+
+        void operator()()
+        {
+            edge.arrive();
+            group->deliver(index, std::move(result));
+            edge.depart();
+        }
+    };
 
     void deliver(size_t index, Result &&result)
     {
