@@ -150,6 +150,7 @@ void patchU32(QByteArray &bytes, int offset, quint32 value)
 QList<Input> hostileGroup(const QString &group, const QString &dir)
 {
     const auto at = [&dir](const QString &name) -> QString { return dir + u'/' + name; };
+    QDir().mkpath(dir);
     QList<Input> inputs;
     const auto add = [&inputs](const QString &name, Expect expect, bool written) {
         if (!written)
@@ -164,7 +165,6 @@ QList<Input> hostileGroup(const QString &group, const QString &dir)
             writeBytes(at(QStringLiteral("notes.wav")), "Scene 3: rain, then thunder.\n"));
         QImage picture(32, 32, QImage::Format_RGB32);
         picture.fill(Qt::darkCyan);
-        QDir().mkpath(dir);
         add(QStringLiteral("cover.mp3"), Expect::Failed,
             picture.save(at(QStringLiteral("cover.mp3")), "PNG"));
         add(QStringLiteral("readme.m4a"), Expect::Failed,
