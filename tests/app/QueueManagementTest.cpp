@@ -90,8 +90,8 @@ private Q_SLOTS:
         QCOMPARE(f.vm().folderCount(), 2);
         QCOMPARE(f.vm().fileCount(), 4);
 
-        for (const QString name : {QStringLiteral("k1.wav"), QStringLiteral("snare.wav"),
-                                   QStringLiteral("alone.wav")})
+        for (const QString name :
+             {QStringLiteral("k1.wav"), QStringLiteral("snare.wav"), QStringLiteral("alone.wav")})
             f.analyzer->gate.release(name, ControllerFixture::measured());
         QTRY_COMPARE(f.vm().analysisDone(), 3);
         QVERIFY(f.vm().hasUnanalyzedFiles()); // k2 is still being measured

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // tonbrook-cli as a user runs it, on generated audio, through the bundled ffmpeg.
-#include "TestAudio.h"
 #include "RunChecks.h"
+#include "TestAudio.h"
 #include "TestEnvironment.h"
 
 #include <QElapsedTimer>
