@@ -6,14 +6,18 @@
 #   make bench  build (release) and run the benchmarks in bench/, printing one table
 #   make stress the reliability suite with its long cases and many seeded iterations
 #   make fuzz   build the libFuzzer targets with clang and run each for FUZZ_SECONDS (60)
+#   make install PREFIX=/usr/local [DESTDIR=...]  build (release) and install
+#   make package  build (release, for /usr) the .deb into build/release/deb/
+#   make package-check  install that .deb on a fresh minimal Debian 12 (debootstrap, root) and run it
 #
 # make test TEST_PRESET=asan  runs the tests under AddressSanitizer and UBSan.
 
 PRESET ?= release
 TEST_PRESET ?= dev
 FUZZ_SECONDS ?= 60
+PREFIX ?= /usr/local
 
-.PHONY: all build deps run test stress fuzz bench clean format
+.PHONY: all build deps run test stress fuzz bench install package package-check clean format
 
 all: build
 
@@ -49,6 +53,26 @@ fuzz:
 	@cmake --preset fuzz --log-level=WARNING
 	@cmake --build --preset fuzz
 	@tests/fuzz/run $(FUZZ_SECONDS)
+
+# The prefix is configured as well as installed to: the manual pages name it.
+# Desktop caches are refreshed for a real install (not a staged DESTDIR one).
+install: deps
+	@cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
+	@cmake --build --preset release
+	@DESTDIR=$(DESTDIR) cmake --install build/release
+	@if [ -z "$(DESTDIR)" ]; then \
+	    command -v update-desktop-database >/dev/null && update-desktop-database -q $(PREFIX)/share/applications || true; \
+	    command -v gtk-update-icon-cache >/dev/null && gtk-update-icon-cache -qtf $(PREFIX)/share/icons/hicolor || true; \
+	fi
+
+package: deps
+	@cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=/usr
+	@cmake --build --preset release
+	@cd build/release && cpack --config CPackConfig.cmake
+	@ls build/release/deb/*.deb
+
+package-check: package
+	@packaging/check-on-clean-debian
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

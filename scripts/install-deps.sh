@@ -20,6 +20,9 @@ packages=(
     qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel qml6-module-qttest
     # tests: locale sources for the comma-decimal checks, python for independent parsers
     locales python3
+    # installing and packaging: validators for the desktop files, the manual
+    # page formatter, and what CPack's .deb generator runs
+    desktop-file-utils appstream groff-base file dpkg-dev
 )
 case "${1:-}" in
     --bench) packages+=(ffmpeg) ;;

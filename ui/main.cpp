@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QIcon>
 #include <QQmlExtensionPlugin>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -28,7 +29,11 @@ int main(int argc, char *argv[])
     QApplication::setOrganizationName(QStringLiteral("Quillmere Tools"));
     QApplication::setApplicationName(QStringLiteral("Tonbrook"));
     QApplication::setApplicationVersion(QLatin1StringView(BuildInfo::version));
-    QApplication::setDesktopFileName(QStringLiteral("tools.quillmere.Tonbrook"));
+    QApplication::setDesktopFileName(QLatin1StringView(BuildInfo::appId));
+    // The installed theme icon where there is one; the same drawing built in
+    // otherwise (a build tree, an unusual prefix).
+    QApplication::setWindowIcon(QIcon::fromTheme(QLatin1StringView(BuildInfo::appId),
+                                                 QIcon(QStringLiteral(":/icons/tonbrook.svg"))));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     // Files and folders given to the program (a file manager's "Open with"
