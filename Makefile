@@ -59,7 +59,7 @@ fuzz:
 install: deps
 	@cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(PREFIX)
 	@cmake --build --preset release
-	@DESTDIR=$(DESTDIR) cmake --install build/release
+	@DESTDIR=$(DESTDIR) cmake --install build/release --strip
 	@if [ -z "$(DESTDIR)" ]; then \
 	    command -v update-desktop-database >/dev/null && update-desktop-database -q $(PREFIX)/share/applications || true; \
 	    command -v gtk-update-icon-cache >/dev/null && gtk-update-icon-cache -qtf $(PREFIX)/share/icons/hicolor || true; \
