@@ -90,9 +90,19 @@ double SettingsModel::customTargetLUFS() const
     return m_controller.settings().customTargetLUFS;
 }
 
+bool SettingsModel::isTargetInRange(double target)
+{
+    return std::isfinite(target) && target >= minimumTarget && target <= maximumTarget;
+}
+
+bool SettingsModel::isCeilingInRange(double ceiling)
+{
+    return std::isfinite(ceiling) && ceiling >= minimumCeiling && ceiling <= maximumCeiling;
+}
+
 void SettingsModel::setCustomTargetLUFS(double target)
 {
-    if (!std::isfinite(target) || target < minimumTarget || target > maximumTarget)
+    if (!isTargetInRange(target))
         return;
     edit([&](ProcessingSettings &settings) { settings.customTargetLUFS = target; });
 }

@@ -23,6 +23,8 @@ class SettingsModel : public QObject
     Q_PROPERTY(
         double customTargetLUFS READ customTargetLUFS WRITE setCustomTargetLUFS NOTIFY changed)
     Q_PROPERTY(double truePeakCeiling READ truePeakCeiling WRITE setTruePeakCeiling NOTIFY changed)
+    Q_PROPERTY(double ceilingFrom MEMBER minimumCeiling CONSTANT)
+    Q_PROPERTY(double ceilingTo MEMBER maximumCeiling CONSTANT)
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
     Q_PROPERTY(QStringList formatLabels READ formatLabels NOTIFY labelsChanged)
     Q_PROPERTY(int sampleRateIndex READ sampleRateIndex WRITE setSampleRateIndex NOTIFY changed)
@@ -43,6 +45,11 @@ public:
     static constexpr double maximumTarget = -5;
     static constexpr double minimumCeiling = -9;
     static constexpr double maximumCeiling = 0;
+    // Whether a value lies in its range (and is a number at all); every front
+    // end asks here rather than keeping its own bounds.
+    static bool isTargetInRange(double target);
+    static bool isCeilingInRange(double ceiling);
+    Q_INVOKABLE bool acceptsCustomTarget(double target) const { return isTargetInRange(target); }
 
     explicit SettingsModel(MainViewModel &controller, QObject *parent = nullptr);
 

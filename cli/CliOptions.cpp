@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliOptions.h"
 
+#include "app/SettingsModel.h"
 #include "engine/NumberFormat.h"
 #include "localization/L.h"
 
@@ -85,14 +86,14 @@ CliParseResult parseCliOptions(const QStringList &arguments)
     }
     if (parser.isSet(target)) {
         const auto value = NumberFormat::parseDouble(parser.value(target));
-        if (!value || *value < -70 || *value > -5)
+        if (!value || !SettingsModel::isTargetInRange(*value))
             return invalid(target);
         options.settings.selectedPreset = *LoudnessPreset::builtIn(u"custom");
         options.settings.customTargetLUFS = *value;
     }
     if (parser.isSet(ceiling)) {
         const auto value = NumberFormat::parseDouble(parser.value(ceiling));
-        if (!value || *value < -9 || *value > 0)
+        if (!value || !SettingsModel::isCeilingInRange(*value))
             return invalid(ceiling);
         options.settings.truePeakCeiling = *value;
     }

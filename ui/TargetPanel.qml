@@ -56,8 +56,8 @@ TBCard {
                     regularExpression: /^-?\d{0,2}([.,]\d?)?$/
                 }
                 readonly property real typed: parseFloat(text.replace(",", "."))
-                invalid: isNaN(typed) || typed < -70 || typed > -5
-                // Within -70..-5 the typed value is the target, as typed.
+                invalid: !root.settings.acceptsCustomTarget(typed)
+                // Within the range the typed value is the target, as typed.
                 onTextEdited: if (!invalid)
                     root.settings.customTargetLUFS = typed
                 onEditingFinished: text = root.settings.customTargetLUFS.toFixed(1)
@@ -82,8 +82,8 @@ TBCard {
                 objectName: "ceilingField"
                 enabled: root.settings.normalizeLoudness
                 realValue: root.settings.truePeakCeiling
-                realFrom: -9
-                realTo: 0
+                realFrom: root.settings.ceilingFrom
+                realTo: root.settings.ceilingTo
                 suffix: "dBTP"
                 onRealValueEdited: value => root.settings.truePeakCeiling = value
             }

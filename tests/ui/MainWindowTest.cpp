@@ -350,6 +350,8 @@ private Q_SLOTS:
         QCOMPARE(vm().settings().customTargetLUFS, -18.25);
         QVERIFY(custom->property("invalid").toBool());
 
+        QCOMPARE(item("ceilingField")->property("realFrom").toDouble(), -9.0);
+        QCOMPARE(item("ceilingField")->property("realTo").toDouble(), 0.0);
         QMetaObject::invokeMethod(item<QObject>("ceilingField"), "realValueEdited",
                                   Q_ARG(double, -2.34));
         QCOMPARE(vm().settings().truePeakCeiling, -2.3);
