@@ -19,6 +19,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <chrono>
 #include <condition_variable>
@@ -236,6 +237,15 @@ public:
         for (int i = 1; i <= count; ++i)
             names.append(QStringLiteral("%1 %2.wav").arg(stem).arg(i));
         return files(names);
+    }
+
+    // Queues "Take 1.wav"… and measures each; true once the measuring is over.
+    bool importMeasured(int count)
+    {
+        controller->importPaths(numberedFiles(count));
+        for (int i = 1; i <= count; ++i)
+            analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i), measured());
+        return QTest::qWaitFor([this] { return !controller->isAnalyzing(); });
     }
 
     // The queued item with this file name; an empty one (null id) when there is none.

@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(f.vm().folderCount(), 2);
         QCOMPARE(f.vm().fileCount(), 4);
 
-        for (const QString name :
+        for (const QString &name :
              {QStringLiteral("k1.wav"), QStringLiteral("snare.wav"), QStringLiteral("alone.wav")})
             f.analyzer->gate.release(name, ControllerFixture::measured());
         QTRY_COMPARE(f.vm().analysisDone(), 3);

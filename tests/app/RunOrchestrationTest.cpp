@@ -121,11 +121,7 @@ private Q_SLOTS:
     {
         ControllerFixture f;
         f.setOutputFolder();
-        f.vm().importPaths(f.numberedFiles(5));
-        for (int i = 1; i <= 5; ++i)
-            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QVERIFY(f.importMeasured(5));
 
         f.vm().process();
         QCOMPARE(f.vm().screenState(), AppScreenState::Processing);
@@ -169,11 +165,7 @@ private Q_SLOTS:
     {
         ControllerFixture f;
         f.setOutputFolder();
-        f.vm().importPaths(f.numberedFiles(5));
-        for (int i = 1; i <= 5; ++i)
-            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QVERIFY(f.importMeasured(5));
         f.vm().toggleSelection(f.idOf(QStringLiteral("Take 4.wav")));
         f.vm().toggleSelection(f.idOf(QStringLiteral("Take 2.wav")));
         QCOMPARE(f.vm().processButtonTitle(), QStringLiteral("Process Selected (2)"));
@@ -193,11 +185,7 @@ private Q_SLOTS:
     {
         ControllerFixture f;
         f.setOutputFolder();
-        f.vm().importPaths(f.numberedFiles(5));
-        for (int i = 1; i <= 5; ++i)
-            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QVERIFY(f.importMeasured(5));
         f.vm().process();
         QTRY_COMPARE(f.processor->gate.running().size(), 3);
         // One of the three fails because it was stopped: still a cancellation.
