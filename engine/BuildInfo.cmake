@@ -5,7 +5,8 @@
 # so only what includes it is compiled again.
 #
 # -DSOURCE_DIR -DINPUT -DOUTPUT, and from the configure step PROJECT_VERSION,
-# TONBROOK_APP_ID, TONBROOK_FFMPEG_VERSION and TONBROOK_BUILD_NUMBER (a number
+# TONBROOK_APP_ID, TONBROOK_FFMPEG_VERSION, TONBROOK_PRIVATE_LIBDIR,
+# TONBROOK_LICENSEDIR and TONBROOK_BUILD_NUMBER (a number
 # a packager fixed, or empty to count the commits of the checkout).
 if(NOT TONBROOK_BUILD_NUMBER)
     execute_process(

@@ -6,7 +6,8 @@
 #include <optional>
 
 // Finds the files Tonbrook ships beside its executables. The build tree and the
-// installed tree share one layout relative to the executables' folder:
+// installed tree share one layout beside the executables' folder, set once in
+// the build (BuildInfo::privateLibDir, BuildInfo::licenseDir):
 //   bin/tonbrook, bin/tonbrook-cli
 //   lib/tonbrook/ffmpeg
 //   share/tonbrook/licenses/FFmpeg-LGPLv3.txt, LAME-LGPL.txt
@@ -25,6 +26,7 @@ public:
     std::optional<QString> licenseTextPath(const QString &fileName) const;
 
 private:
+    // relativePath is relative to the folder above bin/.
     std::optional<QString> existing(const QString &relativePath) const;
 
     QString m_executableDirectory;
