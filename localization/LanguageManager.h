@@ -39,7 +39,6 @@ public:
 
     // En or Ru (never System): what every text is written in right now.
     AppLanguage effectiveLanguage() const;
-    bool isRussian() const { return effectiveLanguage() == AppLanguage::Ru; }
 
     // Computed once per process from the system's preferred languages; a
     // change there shows at the next launch.
