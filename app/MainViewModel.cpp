@@ -41,11 +41,6 @@ public:
     void showSupport() override {}
 };
 
-QString fileNameOf(const QString &path)
-{
-    return path.mid(path.lastIndexOf(u'/') + 1);
-}
-
 QStringList extensionsOfAllFormats()
 {
     QStringList extensions;

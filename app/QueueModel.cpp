@@ -3,13 +3,9 @@
 
 #include "engine/NumberFormat.h"
 #include "localization/L.h"
+#include "model/StandardPath.h"
 
 namespace {
-
-QString fileNameOf(const AudioFileItem &item)
-{
-    return item.sourceURL.mid(item.sourceURL.lastIndexOf(u'/') + 1);
-}
 
 QString outputLabel(const AudioFileItem &item, OutputFormatMode mode)
 {
@@ -58,7 +54,7 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case FileNameRole:
-        return fileNameOf(item);
+        return fileNameOf(item.sourceURL);
     case IdRole:
         return item.id.toString(QUuid::WithoutBraces);
     case RelativePathRole:

@@ -4,6 +4,7 @@
 #include "app/MainViewModel.h"
 #include "engine/NumberFormat.h"
 #include "localization/L.h"
+#include "model/StandardPath.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -32,11 +33,6 @@ QJsonValue number(std::optional<double> value)
 QJsonValue text(const std::optional<QString> &value)
 {
     return value ? QJsonValue(*value) : QJsonValue();
-}
-
-QString fileNameOf(const QString &path)
-{
-    return path.mid(path.lastIndexOf(u'/') + 1);
 }
 
 } // namespace

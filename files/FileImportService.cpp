@@ -20,8 +20,7 @@ AudioFileItem newItem(const QString &path, const QString &relativePath, SourceAu
 
 QString lastComponent(const QString &path)
 {
-    const QString clean = standardizedPath(path);
-    return clean.mid(clean.lastIndexOf(u'/') + 1);
+    return fileNameOf(standardizedPath(path));
 }
 
 } // namespace

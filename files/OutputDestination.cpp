@@ -35,7 +35,7 @@ OutputDestination OutputDestination::forItem(const AudioFileItem &item,
                                              const ProcessingSettings &settings,
                                              const QString &outputFolder, QSet<QString> &reserved)
 {
-    const QString sourceName = item.sourceURL.mid(item.sourceURL.lastIndexOf(u'/') + 1);
+    const QString sourceName = fileNameOf(item.sourceURL);
     const OutputEncoding encoding = OutputEncoding::resolve(
         item.sourceFormat, settings.outputFormatMode, settings.bitDepth, extensionOf(sourceName));
 

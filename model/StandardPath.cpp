@@ -10,3 +10,8 @@ QString standardizedPath(const QString &path)
     return QDir::cleanPath(QDir::isAbsolutePath(path) ? path
                                                       : QDir::current().absoluteFilePath(path));
 }
+
+QString fileNameOf(const QString &path)
+{
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}

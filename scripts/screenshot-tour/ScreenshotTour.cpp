@@ -15,6 +15,7 @@
 #include "files/NoFilePanels.h"
 #include "files/OutputPathService.h"
 #include "localization/LanguageManager.h"
+#include "model/StandardPath.h"
 #include "ui/SupportWindowPresenter.h"
 #include "ui/TonbrookApp.h"
 
@@ -41,15 +42,10 @@ namespace {
 
 std::atomic<bool> holdProcessing{false};
 
-QString nameOf(const QString &path)
-{
-    return path.mid(path.lastIndexOf(u'/') + 1);
-}
-
 // Loudness derived from the name, so every run looks the same.
 double loudnessOf(const QString &path)
 {
-    return -14.0 - static_cast<double>(qHash(nameOf(path)) % 220) / 10.0;
+    return -14.0 - static_cast<double>(qHash(fileNameOf(path)) % 220) / 10.0;
 }
 
 class StandInAnalyzer final : public LoudnessAnalyzing
@@ -58,10 +54,10 @@ public:
     LoudnessMeasurement analyze(const QString &path, double, double,
                                 const CancellationToken &token) const override
     {
-        if (nameOf(path).startsWith(QStringLiteral("Room tone")))
+        if (fileNameOf(path).startsWith(QStringLiteral("Room tone")))
             while (!token.isCancelled())
                 std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        if (nameOf(path).contains(QStringLiteral("corrupt")))
+        if (fileNameOf(path).contains(QStringLiteral("corrupt")))
             throw ProcessingError::analysisFailed(QStringLiteral("no measurement"));
         const double loudness = loudnessOf(path);
         return {loudness, loudness + 13.5, 6.2, loudness - 10, 0};
@@ -79,7 +75,7 @@ public:
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         if (token.isCancelled())
             throw ProcessingError::cancelled();
-        const QString name = nameOf(item.sourceURL);
+        const QString name = fileNameOf(item.sourceURL);
         if (name.contains(QStringLiteral("corrupt")))
             throw ProcessingError::ffmpegFailed(
                 183, QStringLiteral("[in#0 @ 0x55d0] Error opening input: Invalid data found when "
@@ -91,7 +87,7 @@ public:
         const bool limited = name.startsWith(QStringLiteral("Kick"));
         const double final = limited ? loudness + 4 : target;
         ProcessingResult result{name,
-                                nameOf(destination),
+                                fileNameOf(destination),
                                 loudness,
                                 final,
                                 final - loudness,

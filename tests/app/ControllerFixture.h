@@ -14,6 +14,7 @@
 #include "files/FilePanelPresenting.h"
 #include "files/FolderScanner.h"
 #include "files/OutputPathService.h"
+#include "model/StandardPath.h"
 
 #include <QDir>
 #include <QFile>
@@ -90,11 +91,6 @@ private:
     QStringList m_cancelled;
 };
 
-inline QString nameOf(const QString &path)
-{
-    return path.mid(path.lastIndexOf(u'/') + 1);
-}
-
 // Answers with the measurement released for a file, or fails for nullopt.
 class GatedAnalyzer final : public LoudnessAnalyzing
 {
@@ -105,8 +101,8 @@ public:
     LoudnessMeasurement analyze(const QString &filePath, double, double,
                                 const CancellationToken &cancellation) const override
     {
-        const Answer answer =
-            const_cast<JobGate<Answer> &>(gate).await(nameOf(filePath), cancellation, std::nullopt);
+        const Answer answer = const_cast<JobGate<Answer> &>(gate).await(fileNameOf(filePath),
+                                                                        cancellation, std::nullopt);
         if (!answer)
             throw ProcessingError::analysisFailed(QStringLiteral("no measurement"));
         return *answer;
@@ -127,10 +123,10 @@ public:
     {
         {
             const std::lock_guard lock(m_mutex);
-            m_destinations.insert(nameOf(item.sourceURL), destination);
+            m_destinations.insert(fileNameOf(item.sourceURL), destination);
         }
         const Answer answer = const_cast<JobGate<Answer> &>(gate).await(
-            nameOf(item.sourceURL), cancellation,
+            fileNameOf(item.sourceURL), cancellation,
             []() -> ProcessingResult { throw ProcessingError::cancelled(); });
         return answer();
     }
@@ -252,7 +248,7 @@ public:
     AudioFileItem item(const QString &fileName) const
     {
         for (const AudioFileItem &entry : controller->queue())
-            if (nameOf(entry.sourceURL) == fileName)
+            if (fileNameOf(entry.sourceURL) == fileName)
                 return entry;
         return {QUuid(),
                 {},

@@ -22,6 +22,7 @@
 #include "files/NoFilePanels.h"
 #include "files/OutputPathService.h"
 #include "localization/L.h"
+#include "model/StandardPath.h"
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -96,11 +97,6 @@ struct Input
     QString name;
     Expect expect;
 };
-
-QString fileNameOf(const QString &path)
-{
-    return path.mid(path.lastIndexOf(u'/') + 1);
-}
 
 // The messages a failure may carry, in the interface's words.
 QStringList failureMessages(const QString &fileName)

@@ -101,7 +101,7 @@ class MainWindowTest : public QObject
     void measureAll()
     {
         for (const AudioFileItem &entry : vm().queue())
-            m_analyzer->gate.release(nameOf(entry.sourceURL), ControllerFixture::measured());
+            m_analyzer->gate.release(fileNameOf(entry.sourceURL), ControllerFixture::measured());
         QTRY_VERIFY(!vm().isAnalyzing());
     }
 
