@@ -24,6 +24,15 @@ std::optional<Enum> caseAt(const std::array<Enum, N> &cases, int index)
     return cases[static_cast<std::size_t>(index)];
 }
 
+template<typename Enum, std::size_t N, typename Label>
+QStringList labelsOf(const std::array<Enum, N> &cases, Label label)
+{
+    QStringList labels;
+    for (Enum value : cases)
+        labels.append(label(value));
+    return labels;
+}
+
 } // namespace
 
 SettingsModel::SettingsModel(MainViewModel &controller, QObject *parent)
@@ -134,10 +143,7 @@ void SettingsModel::setFormatIndex(int index)
 
 QStringList SettingsModel::formatLabels() const
 {
-    QStringList labels;
-    for (OutputFormatMode mode : OutputFormatModes::all)
-        labels.append(L::outputFormatLabel(mode));
-    return labels;
+    return labelsOf(OutputFormatModes::all, L::outputFormatLabel);
 }
 
 int SettingsModel::sampleRateIndex() const
@@ -153,10 +159,7 @@ void SettingsModel::setSampleRateIndex(int index)
 
 QStringList SettingsModel::sampleRateLabels() const
 {
-    QStringList labels;
-    for (SampleRateMode mode : SampleRateModes::all)
-        labels.append(L::sampleRateLabel(mode));
-    return labels;
+    return labelsOf(SampleRateModes::all, L::sampleRateLabel);
 }
 
 int SettingsModel::bitDepthIndex() const
@@ -172,10 +175,7 @@ void SettingsModel::setBitDepthIndex(int index)
 
 QStringList SettingsModel::bitDepthLabels() const
 {
-    QStringList labels;
-    for (OutputBitDepth depth : OutputBitDepths::all)
-        labels.append(OutputBitDepths::label(depth));
-    return labels;
+    return labelsOf(OutputBitDepths::all, OutputBitDepths::label);
 }
 
 bool SettingsModel::bitDepthApplies() const
