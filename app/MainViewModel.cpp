@@ -8,6 +8,7 @@
 #include "engine/FFmpegRunner.h"
 #include "engine/LoudnessAnalysisService.h"
 #include "engine/LoudnessProcessingService.h"
+#include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/ResourceLocator.h"
 #include "files/CSVReportService.h"
@@ -434,19 +435,20 @@ void MainViewModel::runAnalysis(std::vector<std::pair<QUuid, QString>> pending)
     BoundedTaskGroup<Entry, AnalysisResult>::Callbacks callbacks;
     callbacks.work = [analyzer, token, target, ceiling](const Entry &entry) -> AnalysisResult {
         try {
+            const std::optional<FileStamp> stamp = FileStamp::of(entry.second);
             LoudnessMeasurement measurement =
                 analyzer->analyze(entry.second, target, ceiling, *token);
             // ffmpeg stopped half-way still prints what it measured of the part
             // it read; that is not the file's loudness.
-            if (token->isCancelled())
-                return {entry.first, std::nullopt};
-            return {entry.first, measurement};
+            if (token->isCancelled() || !stamp)
+                return {entry.first, std::nullopt, std::nullopt};
+            return {entry.first, measurement, stamp};
         } catch (...) {
-            return {entry.first, std::nullopt};
+            return {entry.first, std::nullopt, std::nullopt};
         }
     };
     callbacks.delivered = [this](const Entry &, AnalysisResult &&result) {
-        applyMeasurement(result.measurement, result.id);
+        applyMeasurement(result);
         m_analyzingIDs.remove(result.id);
         ++m_analysisProgress.first;
         Q_EMIT analysisChanged();
@@ -461,12 +463,12 @@ void MainViewModel::runAnalysis(std::vector<std::pair<QUuid, QString>> pending)
                                                    std::move(pending), token, std::move(callbacks));
 }
 
-void MainViewModel::applyMeasurement(const std::optional<LoudnessMeasurement> &measurement,
-                                     const QUuid &id)
+void MainViewModel::applyMeasurement(const AnalysisResult &result)
 {
-    m_queue.update(id, [&measurement](AudioFileItem &item) {
-        if (measurement) {
+    m_queue.update(result.id, [&result](AudioFileItem &item) {
+        if (const auto &measurement = result.measurement) {
             item.measurement = measurement;
+            item.measuredStamp = result.stamp;
             item.measuredLUFS = std::isfinite(measurement->inputI)
                                     ? std::optional(measurement->inputI)
                                     : std::nullopt;
@@ -514,6 +516,12 @@ std::vector<MainViewModel::ProcessingJob> MainViewModel::resolveJobs(const QList
         m_destinations.insert(id, destination.path);
         jobs.push_back({*item, destination.path, destination.encoding});
     }
+    // What killed runs left in these folders goes now; a live run's files stay.
+    QSet<QString> folders;
+    for (const ProcessingJob &job : jobs)
+        folders.insert(job.destination.left(job.destination.lastIndexOf(u'/')));
+    for (const QString &folder : std::as_const(folders))
+        PartFile::removeAbandoned(folder);
     return jobs;
 }
 
@@ -590,7 +598,7 @@ void MainViewModel::runProcessing(const QList<QUuid> &targets)
 void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const ProcessingJob &job,
                                           bool cancelled)
 {
-    const QString sourceName = fileNameOf(job.item.sourceURL);
+    const QString sourceName = displayedPath(fileNameOf(job.item.sourceURL));
     bool stopped = cancelled;
     if (output.error) {
         try {
@@ -600,9 +608,15 @@ void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const 
         } catch (...) {
         }
     }
+    if (output.result && m_destinations.contains(output.id))
+        m_destinations.insert(output.id, job.destination.left(job.destination.lastIndexOf(u'/') + 1) +
+                                             output.result->outputFileName);
     const bool updated = m_queue.update(output.id, [&](AudioFileItem &item) {
         if (output.result) {
             item.result = output.result;
+            // Measured again when the file had changed since: show what was used.
+            if (output.result->originalLUFS)
+                item.measuredLUFS = output.result->originalLUFS;
             item.errorDetails.reset();
             item.status = output.result->outcome == ProcessingOutcome::PeakLimited
                               ? ProcessingStatus::warning(output.result->warningMessage.value_or(
@@ -702,8 +716,23 @@ void MainViewModel::exportReport()
         QStringLiteral("Tonbrook Report.csv"), QStringLiteral("csv"));
     if (!path)
         return;
+    if (const auto refusal = reportPathRefusal(*path)) {
+        setReportError(*refusal);
+        return;
+    }
     const auto problem = CSVReportService::write(*path, results);
     setReportError(problem ? std::optional(L::reportNotSaved(*problem)) : std::nullopt);
+}
+
+std::optional<QString> MainViewModel::reportPathRefusal(const QString &path) const
+{
+    const QString target = standardizedPath(path);
+    bool isSource = false;
+    for (const AudioFileItem &item : queue())
+        isSource = isSource || standardizedPath(item.sourceURL) == target;
+    if (isSource || CSVReportService::looksLikeAudio(target))
+        return L::reportOverAudioRefused(displayedPath(target));
+    return std::nullopt;
 }
 
 void MainViewModel::waitForBackgroundWork()

@@ -105,6 +105,8 @@ public:
     {
         QUuid id;
         std::optional<LoudnessMeasurement> measurement;
+        // The source as it was just before it was measured.
+        std::optional<FileStamp> stamp;
     };
 
     struct Services
@@ -153,7 +155,8 @@ public:
     int analysisDone() const { return m_analysisProgress.first; }
     int analysisTotal() const { return m_analysisProgress.second; }
     const QSet<QUuid> &analyzingIDs() const { return m_analyzingIDs; }
-    // Where the last run wrote (or meant to write) an item.
+    // Where the last run wrote (or meant to write) an item: the name actually
+    // written, which is a numbered one when the planned name was taken meanwhile.
     std::optional<QString> destinationOf(const QUuid &id) const;
 
     // Derived.
@@ -198,6 +201,8 @@ public:
     Q_INVOKABLE void cancelProcessing();
     Q_INVOKABLE void startNewBatch();
     Q_INVOKABLE void exportReport();
+    // Why the report may not go to this path (an audio file, a queued source); absent when it may.
+    std::optional<QString> reportPathRefusal(const QString &path) const;
     Q_INVOKABLE void revealOutputFolder();
     Q_INVOKABLE void showSupport();
     void setStatus(const ProcessingStatus &status, const QUuid &id);
@@ -238,7 +243,7 @@ Q_SIGNALS:
 private:
     void revalidateOutputFolder();
     void runAnalysis(std::vector<std::pair<QUuid, QString>> pending);
-    void applyMeasurement(const std::optional<LoudnessMeasurement> &measurement, const QUuid &id);
+    void applyMeasurement(const AnalysisResult &result);
     void runProcessing(const QList<QUuid> &targets);
     std::vector<ProcessingJob> resolveJobs(const QList<QUuid> &targets, const QString &outputRoot);
     void applyProcessingOutput(const ProcessingOutput &output, const ProcessingJob &job,

@@ -10,13 +10,17 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <cmath>
+#include <csignal>
 #include <cstdio>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int exitInterrupted = 130;
+constexpr int exitInterrupted = 128 + SIGINT;
+constexpr int exitUsage = 2;
 
 QString figure(const std::optional<double> &value, bool withSign = false)
 {
@@ -57,6 +61,14 @@ CliSession::~CliSession() = default;
 
 void CliSession::start()
 {
+    for (const QString &path : std::as_const(m_options.paths)) {
+        struct stat info
+        {};
+        if (::stat(encodedPath(path).constData(), &info) != 0) {
+            m_err << "tonbrook-cli: " << L::cliNoSuchPath(displayedPath(path)) << Qt::endl;
+            m_pathStatus = 1;
+        }
+    }
     // The import starts measuring at once; its notice is printed before any progress.
     m_started = false;
     m_controller->importPaths(m_options.paths);
@@ -65,9 +77,20 @@ void CliSession::start()
         m_out << *notice << Qt::endl;
     if (m_controller->queue().isEmpty()) {
         m_err << "tonbrook-cli: " << L::cliNothingImported() << Qt::endl;
-        end(2);
+        end(exitUsage);
         return;
     }
+    if (m_options.reportPath) {
+        if (const auto refusal = m_controller->reportPathRefusal(*m_options.reportPath)) {
+            m_controller->stopAnalysis();
+            m_controller->waitForBackgroundWork();
+            m_err << "tonbrook-cli: " << *refusal << Qt::endl;
+            end(exitUsage);
+            return;
+        }
+    }
+    if (const auto warning = m_controller->outputWarning(); warning && !m_options.analyzeOnly)
+        m_err << "tonbrook-cli: " << L::cliWarning(*warning) << Qt::endl;
     showProgress();
     if (!m_controller->isAnalyzing())
         analysisMoved();
@@ -75,7 +98,7 @@ void CliSession::start()
 
 void CliSession::analysisMoved()
 {
-    if (m_ended || m_processing || !m_started)
+    if (m_ended || m_interrupted || m_processing || !m_started)
         return;
     showProgress();
     if (m_controller->isAnalyzing())
@@ -103,7 +126,7 @@ void CliSession::itemFinished(const QUuid &id)
     if (!item)
         return;
     clearProgress();
-    QString line = fileNameOf(item->sourceURL) + QStringLiteral(" \u2014 ") +
+    QString line = displayedPath(fileNameOf(item->sourceURL)) + QStringLiteral(" \u2014 ") +
                    L::statusName(item->status.kind());
     const auto &result = item->result;
     if (result && (result->appliedGain || result->finalLUFS))
@@ -118,7 +141,8 @@ void CliSession::itemFinished(const QUuid &id)
 
 void CliSession::screenChanged()
 {
-    if (m_processing && m_controller->screenState() != AppScreenState::Processing)
+    if (m_processing && !m_interrupted &&
+        m_controller->screenState() != AppScreenState::Processing)
         finishRun();
 }
 
@@ -138,9 +162,10 @@ void CliSession::finishAnalyzeOnly()
                                                       figure(item.measurement->inputTP),
                                                       figure(item.measurement->inputLRA))
                                      : L::cliNotMeasured();
-        m_out << item.relativePath << QStringLiteral(" \u2014 ") << measured << Qt::endl;
+        m_out << displayedPath(item.relativePath) << QStringLiteral(" \u2014 ") << measured
+              << Qt::endl;
     }
-    end(unmeasured > 0 ? 1 : 0);
+    end(std::max(m_pathStatus, unmeasured > 0 ? 1 : 0));
 }
 
 void CliSession::finishRun()
@@ -169,7 +194,7 @@ void CliSession::finishRun()
         if (summary->failed > 0)
             m_out << L::failedCount(summary->failed) << Qt::endl;
     }
-    int status = summary->failed > 0 ? 1 : 0;
+    int status = std::max(m_pathStatus, summary->failed > 0 ? 1 : 0);
     if (m_options.reportPath) {
         m_controller->exportReport();
         if (const auto problem = m_controller->reportError()) {
@@ -182,10 +207,13 @@ void CliSession::finishRun()
     end(status);
 }
 
-void CliSession::interrupt()
+void CliSession::interrupt(int signal)
 {
-    if (m_ended)
+    if (m_ended || m_interrupted)
         return;
+    // From here on nothing starts: no processing after an interrupted
+    // measurement, no second summary.
+    m_interrupted = true;
     if (m_controller->screenState() == AppScreenState::Processing)
         m_controller->cancelProcessing();
     else
@@ -198,7 +226,7 @@ void CliSession::interrupt()
     m_err << L::cancelledMessage() << Qt::endl;
     if (m_options.json)
         printJson();
-    end(exitInterrupted);
+    end(128 + signal);
 }
 
 void CliSession::end(int status)
@@ -249,8 +277,8 @@ void CliSession::printJson()
 {
     for (const AudioFileItem &item : m_controller->queue()) {
         QJsonObject object;
-        object.insert(QStringLiteral("source"), item.sourceURL);
-        object.insert(QStringLiteral("relativePath"), item.relativePath);
+        object.insert(QStringLiteral("source"), displayedPath(item.sourceURL));
+        object.insert(QStringLiteral("relativePath"), displayedPath(item.relativePath));
         object.insert(QStringLiteral("status"), QueueModel::statusName(item.status.kind()));
         object.insert(QStringLiteral("message"), item.status.message().isEmpty()
                                                      ? QJsonValue()
@@ -281,8 +309,9 @@ void CliSession::printJson()
         }
         const bool written = item.status.kind() == ProcessingStatus::Kind::Done ||
                              item.status.kind() == ProcessingStatus::Kind::Warning;
+        const auto output = m_controller->destinationOf(item.id);
         object.insert(QStringLiteral("output"),
-                      written ? text(m_controller->destinationOf(item.id)) : QJsonValue());
+                      written && output ? QJsonValue(displayedPath(*output)) : QJsonValue());
         object.insert(QStringLiteral("errorDetails"), text(item.errorDetails));
         m_out << QJsonDocument(object).toJson(QJsonDocument::Compact) << '\n';
     }

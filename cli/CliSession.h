@@ -23,8 +23,9 @@ public:
 
     // Starts the run; finished(status) follows.
     void start();
-    // Ctrl-C: stop what runs, exactly as the window's Cancel does.
-    void interrupt();
+    // Ctrl-C and the other stopping signals: stop what runs, exactly as the
+    // window's Cancel does, and end with the status a shell expects (128 + signal).
+    void interrupt(int signal);
 
 Q_SIGNALS:
     void finished(int exitStatus);
@@ -50,4 +51,7 @@ private:
     bool m_processing = false;
     bool m_ended = false;
     bool m_started = false;
+    bool m_interrupted = false;
+    // 1 once a named path turned out not to exist.
+    int m_pathStatus = 0;
 };

@@ -7,12 +7,12 @@
 #include "cli/CliSession.h"
 #include "engine/BuildInfo.h"
 #include "localization/LanguageManager.h"
+#include "model/StandardPath.h"
 
 #include <QCoreApplication>
 #include <QLocale>
 #include <QSettings>
 #include <QSocketNotifier>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <csignal>
@@ -23,10 +23,24 @@ namespace {
 
 int signalPipe[2] = {-1, -1};
 
-void onInterrupt(int)
+// The signals that end a run the way Ctrl-C does: a closed terminal, a
+// `kill` or `timeout`, a reader of our output that went away.
+constexpr int stoppingSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGPIPE};
+
+void onStoppingSignal(int signal)
 {
-    const char byte = 1;
+    const char byte = static_cast<char>(signal);
     [[maybe_unused]] const ssize_t written = ::write(signalPipe[1], &byte, 1);
+}
+
+// The arguments as the system gave them: file names that are not UTF-8 keep their bytes.
+QStringList rawArguments(int argc, char *argv[])
+{
+    QStringList arguments;
+    arguments.reserve(argc);
+    for (int i = 0; i < argc; ++i)
+        arguments.append(decodedPath(QByteArray(argv[i])));
+    return arguments;
 }
 
 // --language is read before anything else, so that even --help speaks it.
@@ -49,6 +63,7 @@ AppLanguage requestedLanguage(const QStringList &arguments)
 
 int main(int argc, char *argv[])
 {
+    const QStringList arguments = rawArguments(argc, argv);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tonbrook-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral("%1 (build %2), FFmpeg %3")
@@ -58,13 +73,10 @@ int main(int argc, char *argv[])
 
     // The language of this run only: the window's stored choice is neither
     // read nor written.
-    QTemporaryDir scratch;
-    LanguageManager language(std::make_unique<QSettings>(
-                                 scratch.filePath(QStringLiteral("cli.ini")), QSettings::IniFormat),
-                             QLocale::system().uiLanguages());
-    language.setSelection(requestedLanguage(QCoreApplication::arguments()));
+    LanguageManager language(nullptr, QLocale::system().uiLanguages());
+    language.setSelection(requestedLanguage(arguments));
 
-    const CliParseResult parsed = parseCliOptions(QCoreApplication::arguments());
+    const CliParseResult parsed = parseCliOptions(arguments);
     if (!parsed.options) {
         QTextStream err(stderr);
         err << "tonbrook-cli: " << parsed.error << Qt::endl << parsed.usage << Qt::endl;
@@ -75,20 +87,24 @@ int main(int argc, char *argv[])
     MainViewModel::Services services =
         MainViewModel::Services::standard(std::make_shared<CliPanelPresenter>(options.reportPath));
     // Nor is the window's remembered output folder touched.
-    services.bookmarkStore = OutputFolderBookmarkStore(std::make_shared<QSettings>(
-        scratch.filePath(QStringLiteral("cli.ini")), QSettings::IniFormat));
+    services.bookmarkStore = OutputFolderBookmarkStore(nullptr);
     CliSession session(options, std::make_unique<MainViewModel>(std::move(services)));
 
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, signalPipe) == 0) {
         auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);
         QObject::connect(notifier, &QSocketNotifier::activated, &session, [&session] {
-            char byte;
-            [[maybe_unused]] const ssize_t read = ::read(signalPipe[0], &byte, 1);
-            // A second Ctrl-C is the user insisting: leave at once.
-            std::signal(SIGINT, SIG_DFL);
-            session.interrupt();
+            char byte = 0;
+            if (::read(signalPipe[0], &byte, 1) != 1)
+                return;
+            const int signal = static_cast<unsigned char>(byte);
+            // A second Ctrl-C (or TERM, or HUP) is the user insisting: leave at
+            // once. Output nobody reads any more is simply not written.
+            for (int stopping : stoppingSignals)
+                std::signal(stopping, stopping == SIGPIPE ? SIG_IGN : SIG_DFL);
+            session.interrupt(signal);
         });
-        std::signal(SIGINT, onInterrupt);
+        for (int stopping : stoppingSignals)
+            std::signal(stopping, onStoppingSignal);
     }
 
     int status = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/ErrorTranslator.h"
 
+#include "engine/FFmpegError.h"
 #include "engine/ProcessingError.h"
 #include "localization/L.h"
 
@@ -8,27 +9,33 @@ namespace ErrorTranslator {
 
 namespace {
 
-// The needles match ffmpeg's and the system's own (English) wording.
+// The needles match ffmpeg's and the system's own (English) wording; the
+// first that the text contains decides.
+std::optional<QString> writeCause(const QString &fileName, const QString &text)
+{
+    const QString lowered = text.toLower();
+    const auto has = [&lowered](const char *needle) {
+        return lowered.contains(QLatin1StringView(needle));
+    };
+    if (has("no space") || has("not enough space") || has("disk quota"))
+        return L::diskFullMessage(fileName);
+    if (has("read-only file system"))
+        return L::readOnlyMessage(fileName);
+    if (has("file name too long"))
+        return L::pathTooLongMessage(fileName);
+    if (has("permission") || has("denied") || has("operation not permitted"))
+        return L::permissionMessage(fileName);
+    return std::nullopt;
+}
+
 QString ffmpegMessage(const QString &fileName, const QString &standardError)
 {
-    const QString lowered = standardError.toLower();
-    if (lowered.contains(QLatin1StringView("no space left")))
-        return L::diskFullMessage(fileName);
-    if (lowered.contains(QLatin1StringView("permission denied")))
-        return L::permissionMessage(fileName);
-    return L::damagedMessage(fileName);
+    return writeCause(fileName, standardError).value_or(L::damagedMessage(fileName));
 }
 
 QString writeMessage(const QString &fileName, const QString &reason)
 {
-    const QString lowered = reason.toLower();
-    if (lowered.contains(QLatin1StringView("no space")) ||
-        lowered.contains(QLatin1StringView("not enough space")))
-        return L::diskFullMessage(fileName);
-    if (lowered.contains(QLatin1StringView("permission")) ||
-        lowered.contains(QLatin1StringView("denied")))
-        return L::permissionMessage(fileName);
-    return L::writeFailedMessage(fileName);
+    return writeCause(fileName, reason).value_or(L::writeFailedMessage(fileName));
 }
 
 } // namespace
@@ -48,6 +55,10 @@ FriendlyError translate(const ProcessingError &error, const QString &fileName)
         return {L::sameFileSkippedMessage(fileName), std::nullopt};
     case ProcessingError::Kind::Cancelled:
         return {L::cancelledMessage(), std::nullopt};
+    case ProcessingError::Kind::SourceMissing:
+        return {L::sourceMissingMessage(fileName), error.text()};
+    case ProcessingError::Kind::SourceUnreadable:
+        return {L::sourceUnreadableMessage(fileName), error.text()};
     }
     return {L::damagedMessage(fileName), std::nullopt};
 }
@@ -56,6 +67,9 @@ FriendlyError translate(const std::exception &error, const QString &fileName)
 {
     if (const auto *processing = dynamic_cast<const ProcessingError *>(&error))
         return translate(*processing, fileName);
+    if (const auto *ffmpeg = dynamic_cast<const FFmpegError *>(&error);
+        ffmpeg && ffmpeg->kind() == FFmpegError::Kind::TimedOut)
+        return {L::tookTooLongMessage(fileName), ffmpeg->describe()};
     if (const auto *engine = dynamic_cast<const EngineError *>(&error))
         return {L::damagedMessage(fileName), engine->describe()};
     return {L::damagedMessage(fileName), QString::fromUtf8(error.what())};

@@ -18,6 +18,11 @@ FFmpegError FFmpegError::launchFailed(const QString &systemDescription)
     return {Kind::LaunchFailed, systemDescription};
 }
 
+FFmpegError FFmpegError::timedOut(qint64 limitSeconds)
+{
+    return {Kind::TimedOut, QString::number(limitSeconds)};
+}
+
 QString FFmpegError::describe() const
 {
     switch (m_kind) {
@@ -25,6 +30,8 @@ QString FFmpegError::describe() const
         return QStringLiteral("FFmpegError.binaryNotFound");
     case Kind::LaunchFailed:
         return QStringLiteral("FFmpegError.launchFailed(\"%1\")").arg(m_systemDescription);
+    case Kind::TimedOut:
+        return QStringLiteral("FFmpegError.timedOut(after: %1 s)").arg(m_systemDescription);
     }
     return {};
 }

@@ -10,10 +10,14 @@ public:
     {
         BinaryNotFound,
         LaunchFailed,
+        // Stopped after the time a file of its input's size may take; the
+        // description holds the limit in seconds.
+        TimedOut,
     };
 
     static FFmpegError binaryNotFound();
     static FFmpegError launchFailed(const QString &systemDescription);
+    static FFmpegError timedOut(qint64 limitSeconds);
 
     Kind kind() const { return m_kind; }
     // The operating system's own description of a failed launch; empty otherwise.

@@ -4,24 +4,25 @@
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegError.h"
 #include "engine/SystemError.h"
+#include "model/StandardPath.h"
 
 #include <QByteArrayList>
-#include <QFile>
 #include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <linux/close_range.h>
 #include <poll.h>
-#include <spawn.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
-
-extern char **environ;
 
 namespace {
 
@@ -77,68 +78,90 @@ struct Pipe
     }
 };
 
-// RAII wrappers for the two posix_spawn attribute objects.
-struct SpawnFileActions
+// Everything the child needs, made before the fork: between fork and exec a
+// child of a threaded process may only make system calls.
+struct LaunchPlan
 {
-    posix_spawn_file_actions_t value;
-    SpawnFileActions() { posix_spawn_file_actions_init(&value); }
-    ~SpawnFileActions() { posix_spawn_file_actions_destroy(&value); }
-    SpawnFileActions(const SpawnFileActions &) = delete;
-    SpawnFileActions &operator=(const SpawnFileActions &) = delete;
+    QByteArray program;
+    QByteArrayList encoded;
+    std::vector<char *> argv;
+    pid_t parent = ::getpid();
+
+    LaunchPlan(const QString &binaryPath, const QStringList &arguments)
+        : program(encodedPath(binaryPath))
+    {
+        encoded.reserve(arguments.size() + 1);
+        encoded.append(program);
+        for (const QString &argument : arguments)
+            encoded.append(encodedPath(argument));
+        argv.reserve(encoded.size() + 1);
+        for (QByteArray &bytes : encoded)
+            argv.push_back(bytes.data());
+        argv.push_back(nullptr);
+    }
 };
 
-struct SpawnAttributes
+// The child's side of the fork. Async-signal-safe calls only.
+[[noreturn]] void becomeFFmpeg(const LaunchPlan &plan, int stdoutFd, int stderrFd, int errorFd)
 {
-    posix_spawnattr_t value;
-    SpawnAttributes() { posix_spawnattr_init(&value); }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&value); }
-    SpawnAttributes(const SpawnAttributes &) = delete;
-    SpawnAttributes &operator=(const SpawnAttributes &) = delete;
-};
+    // The child dies with the thread that started it, which waits for it for
+    // as long as it runs, so a Tonbrook killed outright (SIGKILL, a crash)
+    // leaves no ffmpeg writing on. If the parent is already gone, so are we.
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != plan.parent)
+        ::_exit(127);
+    // A group of its own: Ctrl-C or a closed terminal reaches Tonbrook, which
+    // then stops its children on purpose, rather than killing ffmpeg behind
+    // its back (a measurement cut short would read as a damaged file).
+    ::setpgid(0, 0);
+    // The signals that matter at their defaults and none blocked, whatever
+    // the application did with its own, so that one SIGTERM always reaches
+    // ffmpeg's handler.
+    struct sigaction defaults
+    {};
+    defaults.sa_handler = SIG_DFL;
+    for (int signal : {SIGTERM, SIGINT, SIGQUIT, SIGHUP, SIGPIPE, SIGCHLD, SIGUSR1, SIGUSR2})
+        ::sigaction(signal, &defaults, nullptr);
+    sigset_t none;
+    sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    // ffmpeg watches standard input for key presses; a child reading the
+    // terminal would swallow the user's typing or stop a backgrounded parent.
+    const int input = ::open("/dev/null", O_RDONLY);
+    if (input < 0 || ::dup2(input, STDIN_FILENO) < 0 || ::dup2(stdoutFd, STDOUT_FILENO) < 0 ||
+        ::dup2(stderrFd, STDERR_FILENO) < 0)
+        ::_exit(127);
+    // Nothing else of the application's (its display connection, files of
+    // other runs) reaches ffmpeg.
+    ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+    ::execv(plan.program.constData(), plan.argv.data());
+    // Tell the parent why, through the close-on-exec pipe that exec would have closed.
+    const int error = errno;
+    [[maybe_unused]] const ssize_t written = ::write(errorFd, &error, sizeof error);
+    ::_exit(127);
+}
 
 pid_t spawn(const QString &binaryPath, const QStringList &arguments, int stdoutFd, int stderrFd)
 {
-    const QByteArray program = QFile::encodeName(binaryPath);
-    QByteArrayList encoded;
-    encoded.reserve(arguments.size() + 1);
-    encoded.append(program);
-    for (const QString &argument : arguments)
-        encoded.append(QFile::encodeName(argument));
-    std::vector<char *> argv;
-    argv.reserve(encoded.size() + 1);
-    for (QByteArray &bytes : encoded)
-        argv.push_back(bytes.data());
-    argv.push_back(nullptr);
-
-    SpawnFileActions actions;
-    // ffmpeg watches standard input for key presses; a child reading the
-    // terminal would swallow the user's typing or stop a backgrounded parent.
-    posix_spawn_file_actions_addopen(&actions.value, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions.value, stdoutFd, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions.value, stderrFd, STDERR_FILENO);
-#if defined(__GLIBC__) && (__GLIBC__ > 2 || (__GLIBC__ == 2 && __GLIBC_MINOR__ >= 34))
-    posix_spawn_file_actions_addclosefrom_np(&actions.value, STDERR_FILENO + 1);
-#endif
-
-    // The child starts with the signals that matter at their defaults and none
-    // blocked, whatever the application did with its own, so that one SIGTERM
-    // always reaches ffmpeg's handler.
-    SpawnAttributes attributes;
-    sigset_t noSignals;
-    sigemptyset(&noSignals);
-    sigset_t defaults;
-    sigemptyset(&defaults);
-    for (int signal : {SIGTERM, SIGINT, SIGQUIT, SIGHUP, SIGPIPE, SIGCHLD, SIGUSR1, SIGUSR2})
-        sigaddset(&defaults, signal);
-    posix_spawnattr_setsigmask(&attributes.value, &noSignals);
-    posix_spawnattr_setsigdefault(&attributes.value, &defaults);
-    posix_spawnattr_setflags(&attributes.value, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-
-    pid_t pid = 0;
-    const int error = ::posix_spawn(&pid, program.constData(), &actions.value, &attributes.value,
-                                    argv.data(), environ);
-    if (error != 0)
+    const LaunchPlan plan(binaryPath, arguments);
+    Pipe execError = Pipe::make();
+    const pid_t pid = ::fork();
+    if (pid < 0)
+        throw FFmpegError::launchFailed(systemErrorText(errno));
+    if (pid == 0)
+        becomeFFmpeg(plan, stdoutFd, stderrFd, execError.write.get());
+    execError.write.reset();
+    int error = 0;
+    ssize_t got;
+    do {
+        got = ::read(execError.read.get(), &error, sizeof error);
+    } while (got < 0 && errno == EINTR);
+    if (got == static_cast<ssize_t>(sizeof error)) {
+        int status = 0;
+        while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+        }
         throw FFmpegError::launchFailed(systemErrorText(error));
+    }
     return pid;
 }
 
@@ -165,10 +188,13 @@ int statusToExitCode(int status)
 class ChildRun
 {
 public:
-    ChildRun(pid_t pid, Pipe &&stdoutPipe, Pipe &&stderrPipe, const CancellationToken &cancellation)
+    ChildRun(pid_t pid, Pipe &&stdoutPipe, Pipe &&stderrPipe, const CancellationToken &cancellation,
+             std::optional<std::chrono::seconds> timeLimit)
         : m_pid(pid)
         , m_cancellation(cancellation)
     {
+        if (timeLimit)
+            m_deadline = Clock::now() + *timeLimit;
         m_streams[0].fd = std::move(stdoutPipe.read);
         m_streams[1].fd = std::move(stderrPipe.read);
     }
@@ -189,6 +215,8 @@ public:
                 decodeUtf8OrEmpty(m_streams[1].bytes)};
     }
 
+    bool timedOut() const { return m_timedOut; }
+
 private:
     struct Stream
     {
@@ -196,7 +224,7 @@ private:
         QByteArray bytes;
     };
 
-    bool watching() const { return !m_exited && !m_terminationSent; }
+    bool watching() const { return !m_exited && !m_killSent; }
 
     void reapIfExited()
     {
@@ -211,15 +239,29 @@ private:
     }
 
     // The watcher's step: a child that has already ended is left alone; a set
-    // token gets exactly one polite termination request, never a kill.
+    // token or the time limit gets one polite termination request, and a
+    // child that has not gone a while later is killed.
     void watch()
     {
         if (!watching())
             return;
         reapIfExited();
-        if (!m_exited && m_cancellation.isCancelled()) {
+        if (m_exited)
+            return;
+        const Clock::time_point now = Clock::now();
+        if (m_terminationSent) {
+            if (now >= m_killAt) {
+                ::kill(m_pid, SIGKILL);
+                m_killSent = true;
+            }
+            return;
+        }
+        const bool overTime = m_deadline && now >= *m_deadline;
+        if (m_cancellation.isCancelled() || overTime) {
+            m_timedOut = overTime && !m_cancellation.isCancelled();
             ::kill(m_pid, SIGTERM);
             m_terminationSent = true;
+            m_killAt = now + FFmpegRunner::terminationGrace;
         }
     }
 
@@ -286,7 +328,24 @@ private:
     int m_status = 0;
     bool m_exited = false;
     bool m_terminationSent = false;
+    bool m_killSent = false;
+    bool m_timedOut = false;
+    std::optional<Clock::time_point> m_deadline;
+    Clock::time_point m_killAt;
 };
+
+// The input named after "-i", if it is a regular file.
+std::optional<qint64> inputSize(const QStringList &arguments)
+{
+    const qsizetype at = arguments.indexOf(QStringLiteral("-i"));
+    if (at < 0 || at + 1 >= arguments.size())
+        return std::nullopt;
+    struct stat info
+    {};
+    if (::stat(encodedPath(arguments[at + 1]).constData(), &info) != 0 || !S_ISREG(info.st_mode))
+        return std::nullopt;
+    return static_cast<qint64>(info.st_size);
+}
 
 } // namespace
 
@@ -308,6 +367,18 @@ FFmpegResult FFmpegRunner::run(const QStringList &arguments,
     stdoutPipe.write.reset();
     stderrPipe.write.reset();
 
-    ChildRun child(pid, std::move(stdoutPipe), std::move(stderrPipe), cancellation);
-    return child.finish();
+    const std::optional<qint64> size = inputSize(arguments);
+    const std::optional<std::chrono::seconds> limit =
+        size ? std::optional(timeLimitFor(*size)) : std::nullopt;
+    ChildRun child(pid, std::move(stdoutPipe), std::move(stderrPipe), cancellation, limit);
+    FFmpegResult result = child.finish();
+    if (child.timedOut())
+        throw FFmpegError::timedOut(limit->count());
+    return result;
+}
+
+std::chrono::seconds FFmpegRunner::timeLimitFor(qint64 inputBytes)
+{
+    constexpr qint64 mebibyte = 1024 * 1024;
+    return timeLimitBase + timeLimitPerMebibyte * ((inputBytes + mebibyte - 1) / mebibyte);
 }

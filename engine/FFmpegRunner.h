@@ -16,9 +16,20 @@ class FFmpegRunner final : public FFmpegRunning
 public:
     // How often a running child's token is looked at.
     static constexpr std::chrono::milliseconds cancellationPollInterval{50};
+    // How long a child asked to stop may take before it is killed.
+    static constexpr std::chrono::seconds terminationGrace{5};
+    // The longest a run may take on an input of this size: a few seconds a
+    // megabyte are plenty for the slowest codec at the busiest moment, while
+    // a small file whose header promises hours of audio (a "1 Hz" WAV) is
+    // stopped instead of holding a job for an hour.
+    static constexpr std::chrono::seconds timeLimitBase{20};
+    static constexpr std::chrono::seconds timeLimitPerMebibyte{30};
+    static std::chrono::seconds timeLimitFor(qint64 inputBytes);
 
     // An absent path is reported by every run as FFmpegError::binaryNotFound;
     // a path that is not there or not executable shows up as a launch failure.
+    // A run whose input (after "-i") is a file is stopped once it has taken
+    // timeLimitFor(the file's size) and throws FFmpegError::timedOut.
     explicit FFmpegRunner(std::optional<QString> binaryPath);
 
     const std::optional<QString> &binaryPath() const { return m_binaryPath; }

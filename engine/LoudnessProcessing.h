@@ -13,11 +13,13 @@ class LoudnessProcessing
 public:
     virtual ~LoudnessProcessing() = default;
 
-    // Writes one item's output at `destination` (absolute, already unique and
-    // carrying the encoding's extension), through a hidden temporary file in
-    // the same folder that is moved into place only after a clean, uncancelled
-    // run. Blocks the calling thread. Throws ProcessingError, or the runner's
-    // FFmpegError unchanged.
+    // Writes one item's output at `destination` (absolute, unique when the run
+    // was planned and carrying the encoding's extension), through a hidden
+    // file in the same folder that is moved into place only after a clean,
+    // uncancelled run and never over anything: a name taken meanwhile gives
+    // way to the next free numbered one, and the result's outputFileName says
+    // which was written. Blocks the calling thread. Throws ProcessingError, or
+    // the runner's FFmpegError unchanged.
     virtual ProcessingResult process(const AudioFileItem &item, const QString &destination,
                                      const OutputEncoding &encoding,
                                      const ProcessingSettings &settings,

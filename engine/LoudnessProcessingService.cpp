@@ -2,24 +2,25 @@
 #include "engine/LoudnessProcessingService.h"
 
 #include "engine/CancellationToken.h"
+#include "engine/FFmpegError.h"
 #include "engine/FFmpegRunning.h"
 #include "engine/GainFilter.h"
 #include "engine/LoudnessAnalysisError.h"
 #include "engine/LoudnessAnalyzing.h"
 #include "engine/NormalizationPlan.h"
 #include "engine/NumberFormat.h"
+#include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
 #include "model/AudioMetadata.h"
+#include "model/FileStamp.h"
 #include "model/StandardPath.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QUuid>
 
 #include <cerrno>
 #include <cmath>
-#include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
 #include <utility>
@@ -67,22 +68,30 @@ QStringList commandLine(const QString &source, const QString &filter, int sample
 
 QString systemReason(int errorNumber, const QString &path)
 {
-    return systemErrorText(errorNumber) + QStringLiteral(": ") + path;
+    return systemErrorText(errorNumber) + QStringLiteral(": ") + displayedPath(path);
 }
 
 void createParentDirectory(const QString &destination)
 {
-    const QString folder = QFileInfo(destination).path();
+    const QString folder = destination.left(destination.lastIndexOf(u'/'));
     std::error_code error;
-    std::filesystem::create_directories(
-        std::filesystem::path(QFile::encodeName(folder).toStdString()), error);
+    std::filesystem::create_directories(std::filesystem::path(encodedPath(folder).toStdString()),
+                                        error);
     if (error)
         throw ProcessingError::writeFailed(systemReason(error.value(), folder));
 }
 
-void removeQuietly(const QString &path)
+// Names what is wrong with a source before ffmpeg would only call it damaged.
+void checkSourceReadable(const QString &source)
 {
-    ::unlink(QFile::encodeName(path).constData());
+    const int fd = ::open(encodedPath(source).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd >= 0) {
+        ::close(fd);
+        return;
+    }
+    if (errno == ENOENT || errno == ENOTDIR)
+        throw ProcessingError::sourceMissing(displayedPath(source));
+    throw ProcessingError::sourceUnreadable(systemReason(errno, source));
 }
 
 QString describeAnyError(const std::exception &error)
@@ -100,47 +109,18 @@ LoudnessProcessingService::LoudnessProcessingService(
     , m_analyzer(std::move(analyzer))
 {}
 
-QString LoudnessProcessingService::temporaryPath(const QString &destination)
+QString LoudnessProcessingService::renderAndMove(const QStringList &arguments,
+                                                 const QString &destination,
+                                                 const CancellationToken &cancellation) const
 {
-    const QFileInfo info(destination);
-    const QString prefix = temporaryPrefix.toString() +
-                           QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper() + u'-';
-    QString name = info.fileName();
-    constexpr qsizetype nameLimit = 255;
-    if (QFile::encodeName(prefix + name).size() > nameLimit) {
-        const QString suffix = info.suffix().isEmpty() ? QString() : u'.' + info.suffix();
-        QString base = name.chopped(suffix.size());
-        while (!base.isEmpty() && QFile::encodeName(prefix + base + suffix).size() > nameLimit)
-            base.chop(base.size() >= 2 && base.at(base.size() - 1).isLowSurrogate() ? 2 : 1);
-        name = base + suffix;
-    }
-    return info.path() + u'/' + prefix + name;
-}
-
-void LoudnessProcessingService::renderAndMove(const QStringList &arguments,
-                                              const QString &destination,
-                                              const CancellationToken &cancellation) const
-{
-    const QString temporary = temporaryPath(destination);
-    const FFmpegResult result = m_runner->run(QStringList(arguments) << temporary, cancellation);
+    PartFile part(destination);
+    const FFmpegResult result = m_runner->run(QStringList(arguments) << part.path(), cancellation);
     // Checked first: a run stopped on purpose may still have exited cleanly.
-    if (cancellation.isCancelled()) {
-        removeQuietly(temporary);
+    if (cancellation.isCancelled())
         throw ProcessingError::cancelled();
-    }
-    if (result.exitCode != 0) {
-        removeQuietly(temporary);
+    if (result.exitCode != 0)
         throw ProcessingError::ffmpegFailed(result.exitCode, result.standardError);
-    }
-    // rename() replaces an existing file in one step, so the old output is
-    // never gone before the new one is in place, and a folder that happens to
-    // carry the destination's name is refused rather than removed.
-    if (std::rename(QFile::encodeName(temporary).constData(),
-                    QFile::encodeName(destination).constData()) != 0) {
-        const int error = errno;
-        removeQuietly(temporary);
-        throw ProcessingError::writeFailed(systemReason(error, destination));
-    }
+    return part.moveIntoPlace();
 }
 
 ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
@@ -157,27 +137,35 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
         throw ProcessingError::analysisFailed(
             LoudnessAnalysisError::notARegularFile(item.sourceURL).describe());
 
+    checkSourceReadable(item.sourceURL);
+
     ProcessingResult result;
     result.sourceFileName = fileName(item.sourceURL);
-    result.outputFileName = fileName(destination);
     result.outcome = ProcessingOutcome::Success;
 
     if (!settings.normalizeLoudness) {
         createParentDirectory(destination);
-        renderAndMove(
+        result.outputFileName = fileName(renderAndMove(
             commandLine(item.sourceURL, {}, outputSampleRate(settings, item.sourceURL), encoding),
-            destination, cancellation);
+            destination, cancellation));
         return result;
     }
 
     const double target = settings.effectiveTargetLUFS();
     LoudnessMeasurement measurement;
-    if (item.measurement) {
+    // A stored measurement is used only while the file is still the one that
+    // was measured: one edited or replaced since is measured again.
+    if (item.measurement &&
+        (!item.measuredStamp || FileStamp::of(item.sourceURL) == item.measuredStamp)) {
         measurement = *item.measurement;
     } else {
         try {
             measurement =
                 m_analyzer->analyze(item.sourceURL, target, settings.truePeakCeiling, cancellation);
+        } catch (const FFmpegError &error) {
+            if (error.kind() == FFmpegError::Kind::TimedOut)
+                throw;
+            throw ProcessingError::analysisFailed(error.describe());
         } catch (const std::exception &error) {
             throw ProcessingError::analysisFailed(describeAnyError(error));
         }
@@ -189,9 +177,10 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
         NormalizationPlan::compute(measurement, target, settings.truePeakCeiling);
     createParentDirectory(destination);
     const GainFilter filter = GainFilter::choose(measurement, plan, settings.truePeakCeiling);
-    renderAndMove(commandLine(item.sourceURL, filter.text,
-                              outputSampleRate(settings, item.sourceURL), encoding),
-                  destination, cancellation);
+    result.outputFileName =
+        fileName(renderAndMove(commandLine(item.sourceURL, filter.text,
+                                           outputSampleRate(settings, item.sourceURL), encoding),
+                               destination, cancellation));
 
     result.originalLUFS = finiteOrAbsent(measurement.inputI);
     result.finalLUFS = finiteOrAbsent(plan.expectedLUFS);

@@ -15,9 +15,6 @@ class LoudnessAnalyzing;
 class LoudnessProcessingService final : public LoudnessProcessing
 {
 public:
-    // Prefix of the hidden file ffmpeg writes before it is moved into place.
-    static constexpr QStringView temporaryPrefix = u".tbpart-";
-
     LoudnessProcessingService(std::shared_ptr<const FFmpegRunning> runner,
                               std::shared_ptr<const LoudnessAnalyzing> analyzer);
 
@@ -25,13 +22,11 @@ public:
                              const OutputEncoding &encoding, const ProcessingSettings &settings,
                              const CancellationToken &cancellation) const override;
 
-    // ".tbpart-<UUID>-<name>" beside the destination, shortened where the
-    // file system's 255-byte name limit demands it but keeping the extension.
-    static QString temporaryPath(const QString &destination);
-
 private:
-    void renderAndMove(const QStringList &arguments, const QString &destination,
-                       const CancellationToken &cancellation) const;
+    // Returns the path written, which is `destination` or, when that name
+    // was taken meanwhile, the next free numbered one.
+    QString renderAndMove(const QStringList &arguments, const QString &destination,
+                          const CancellationToken &cancellation) const;
 
     std::shared_ptr<const FFmpegRunning> m_runner;
     std::shared_ptr<const LoudnessAnalyzing> m_analyzer;

@@ -34,6 +34,16 @@ ProcessingError ProcessingError::cancelled()
     return {Kind::Cancelled, 0, {}};
 }
 
+ProcessingError ProcessingError::sourceMissing(const QString &path)
+{
+    return {Kind::SourceMissing, 0, path};
+}
+
+ProcessingError ProcessingError::sourceUnreadable(const QString &reason)
+{
+    return {Kind::SourceUnreadable, 0, reason};
+}
+
 QString ProcessingError::describe() const
 {
     switch (m_kind) {
@@ -49,6 +59,10 @@ QString ProcessingError::describe() const
         return QStringLiteral("ProcessingError.destinationEqualsSource");
     case Kind::Cancelled:
         return QStringLiteral("ProcessingError.cancelled");
+    case Kind::SourceMissing:
+        return QStringLiteral("ProcessingError.sourceMissing(\"%1\")").arg(m_text);
+    case Kind::SourceUnreadable:
+        return QStringLiteral("ProcessingError.sourceUnreadable(\"%1\")").arg(m_text);
     }
     return {};
 }

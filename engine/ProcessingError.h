@@ -15,6 +15,10 @@ public:
         WriteFailed,
         DestinationEqualsSource,
         Cancelled,
+        // The source is no longer where it was added.
+        SourceMissing,
+        // The source is there but cannot be opened; the text is the system's reason.
+        SourceUnreadable,
     };
 
     // The measuring pass failed; the text is that error's own description.
@@ -24,10 +28,12 @@ public:
     static ProcessingError writeFailed(const QString &reason);
     static ProcessingError destinationEqualsSource();
     static ProcessingError cancelled();
+    static ProcessingError sourceMissing(const QString &path);
+    static ProcessingError sourceUnreadable(const QString &reason);
 
     Kind kind() const { return m_kind; }
     qint32 code() const { return m_code; }
-    // The description, the standard error or the reason, by kind.
+    // The description, the standard error, the reason or the path, by kind.
     const QString &text() const { return m_text; }
 
     QString describe() const override;

@@ -3,9 +3,17 @@
 
 #include "engine/NumberFormat.h"
 
-#include <QSaveFile>
+#include "engine/SystemError.h"
+#include "model/SourceAudioFormat.h"
+#include "model/StandardPath.h"
 
+#include <QRandomGenerator>
+
+#include <cerrno>
 #include <cmath>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace CSVReportService {
 
@@ -53,7 +61,7 @@ QString makeCSV(const QList<ProcessingResult> &results)
     const QString lineEnd = QStringLiteral("\r\n");
     QString text = row(columns()) + lineEnd;
     for (const ProcessingResult &result : results) {
-        text += row({result.sourceFileName, result.outputFileName, figure(result.originalLUFS),
+        text += row({displayedPath(result.sourceFileName), displayedPath(result.outputFileName), figure(result.originalLUFS),
                      figure(result.finalLUFS), figure(result.appliedGain, true),
                      figure(result.truePeak), ProcessingOutcomes::rawValue(result.outcome)}) +
                 lineEnd;
@@ -63,14 +71,73 @@ QString makeCSV(const QList<ProcessingResult> &results)
 
 std::optional<QString> write(const QString &path, const QList<ProcessingResult> &results)
 {
-    // All or nothing: an existing report is replaced only by a complete one.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
     const QByteArray bytes = makeCSV(results).toUtf8();
-    if (file.write(bytes) != bytes.size() || !file.commit())
-        return file.errorString();
+    const QByteArray target = encodedPath(path);
+    const qsizetype slash = target.lastIndexOf('/');
+    const QByteArray temporary = target.left(slash + 1) + ".tbreport-" +
+                                 QByteArray::number(::getpid()) + '-' +
+                                 QByteArray::number(QRandomGenerator::global()->generate(), 16);
+    const auto failed = [&temporary](int error, int fd) {
+        if (fd >= 0)
+            ::close(fd);
+        ::unlink(temporary.constData());
+        return systemErrorText(error) + QStringLiteral(": ") + displayedPath(decodedPath(temporary));
+    };
+    struct stat existing
+    {};
+    if (::stat(target.constData(), &existing) == 0 && S_ISDIR(existing.st_mode))
+        return systemErrorText(EISDIR) + QStringLiteral(": ") + displayedPath(path);
+    const int fd = ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+    if (fd < 0)
+        return systemErrorText(errno) + QStringLiteral(": ") + displayedPath(path);
+    for (qsizetype done = 0; done < bytes.size();) {
+        const ssize_t count = ::write(fd, bytes.constData() + done, bytes.size() - done);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return failed(count < 0 ? errno : ENOSPC, fd);
+        done += count;
+    }
+    // A disk that fills up may say so only now.
+    if (::fsync(fd) != 0)
+        return failed(errno, fd);
+    if (::close(fd) != 0)
+        return failed(errno, -1);
+    if (::rename(temporary.constData(), target.constData()) != 0)
+        return failed(errno, -1);
     return std::nullopt;
+}
+
+bool looksLikeAudio(const QString &path)
+{
+    static const QStringList otherAudio{
+        QStringLiteral("flac"), QStringLiteral("ogg"),  QStringLiteral("oga"),
+        QStringLiteral("opus"), QStringLiteral("wma"),  QStringLiteral("m4b"),
+        QStringLiteral("mp2"),  QStringLiteral("ac3"),  QStringLiteral("ape"),
+        QStringLiteral("wv"),   QStringLiteral("mka"),  QStringLiteral("w64"),
+        QStringLiteral("rf64"), QStringLiteral("bwf"),  QStringLiteral("aifc"),
+        QStringLiteral("au"),   QStringLiteral("snd"),  QStringLiteral("mp4"),
+        QStringLiteral("aac"),  QStringLiteral("dsf"),  QStringLiteral("amr")};
+    const QString name = fileNameOf(path);
+    const qsizetype dot = name.lastIndexOf(u'.');
+    if (SourceAudioFormats::fromFileName(name) ||
+        (dot > 0 && otherAudio.contains(name.mid(dot + 1).toLower())))
+        return true;
+    const int fd = ::open(encodedPath(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd < 0)
+        return false;
+    char head[12] = {};
+    const ssize_t got = ::read(fd, head, sizeof head);
+    ::close(fd);
+    if (got < 4)
+        return false;
+    const QByteArray start(head, got);
+    for (const char *magic : {"RIFF", "RF64", "FORM", "caff", "fLaC", "OggS", "ID3", "MAC ", "wvpk"})
+        if (start.startsWith(magic))
+            return true;
+    const bool mpegFrame =
+        static_cast<unsigned char>(head[0]) == 0xFF && (static_cast<unsigned char>(head[1]) & 0xE0) == 0xE0;
+    return mpegFrame || (got >= 8 && start.mid(4, 4) == "ftyp");
 }
 
 } // namespace CSVReportService

@@ -20,7 +20,13 @@ QString makeCSV(const QList<ProcessingResult> &results);
 // One line, fields escaped and joined, without a line end.
 QString row(const QStringList &fields);
 
-// Writes the report; the reason in the system's words when that fails.
+// Writes the report, all or nothing: a complete new file replaces the old one
+// in one step, and on any failure (a full disk included) the old one stays.
+// The reason in the system's words when that fails.
 std::optional<QString> write(const QString &path, const QList<ProcessingResult> &results);
+
+// True for a path a report must never replace: one named like audio, or an
+// existing file whose first bytes are those of an audio container.
+bool looksLikeAudio(const QString &path);
 
 } // namespace CSVReportService

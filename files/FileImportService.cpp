@@ -4,8 +4,9 @@
 #include "files/FolderScanning.h"
 #include "model/StandardPath.h"
 
-#include <QFileInfo>
 #include <QSet>
+
+#include <sys/stat.h>
 
 #include <utility>
 
@@ -15,7 +16,7 @@ AudioFileItem newItem(const QString &path, const QString &relativePath, SourceAu
 {
     return {QUuid::createUuid(),       path,         relativePath, format,
             AudioCategory::Other,      std::nullopt, std::nullopt, OutputFormatMode::KeepOriginal,
-            ProcessingStatus::ready(), std::nullopt, std::nullopt};
+            ProcessingStatus::ready(), std::nullopt, std::nullopt, std::nullopt};
 }
 
 QString lastComponent(const QString &path)
@@ -56,15 +57,16 @@ ImportSummary FileImportService::importURLs(const QStringList &paths,
     };
 
     for (const QString &path : paths) {
-        const QFileInfo info(path);
-        if (path.isEmpty() || !info.exists()) {
+        struct stat info
+        {};
+        if (path.isEmpty() || ::stat(encodedPath(path).constData(), &info) != 0) {
             ++summary.unsupportedCount;
-        } else if (info.isDir()) {
+        } else if (S_ISDIR(info.st_mode)) {
             const QList<ScannedAudioFile> scanned = m_folderScanner->scanFolder(path);
             summary.items.reserve(summary.items.size() + scanned.size());
             for (const ScannedAudioFile &file : scanned)
                 take(file.url, file.relativePath);
-        } else if (info.isFile()) {
+        } else if (S_ISREG(info.st_mode)) {
             take(path, lastComponent(path));
         } else {
             // A pipe, socket or device named like audio would block the

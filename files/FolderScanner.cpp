@@ -5,11 +5,10 @@
 #include "model/StandardPath.h"
 
 #include <QCollator>
-#include <QFile>
-#include <QFileInfo>
 #include <QLocale>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -30,7 +29,7 @@ bool hasAudioExtension(const char *name)
     const char *dot = std::strrchr(name, '.');
     if (!dot || dot[1] == '\0' || std::strlen(dot + 1) > 4)
         return false;
-    return SourceAudioFormats::fromFileName(QFile::decodeName(name)).has_value();
+    return SourceAudioFormats::fromFileName(decodedPath(name)).has_value();
 }
 
 unsigned char entryType(int directoryFd, const dirent *entry)
@@ -78,7 +77,7 @@ void walk(const QByteArray &path, const QByteArray &prefix, std::vector<Found> &
         if (type == DT_REG) {
             if (hasAudioExtension(name.constData()))
                 found.push_back({relative});
-        } else if (type == DT_DIR && !FolderScanner::isPackageName(QFile::decodeName(name))) {
+        } else if (type == DT_DIR && !FolderScanner::isPackageName(decodedPath(name))) {
             walk(path.endsWith('/') ? QByteArray(path + name) : QByteArray(path + '/' + name),
                  relative, found);
         }
@@ -106,9 +105,13 @@ QList<ScannedAudioFile> FolderScanner::scanFolder(const QString &folder) const
         return {};
     std::vector<Found> found;
     // The folder itself may be a link the user chose to give; what lies below is not followed.
-    QByteArray rootPath = QFile::encodeName(root);
-    if (QFileInfo(root).isSymLink())
-        rootPath = QFile::encodeName(QFileInfo(root).canonicalFilePath());
+    QByteArray rootPath = encodedPath(root);
+    if (char *real = ::realpath(rootPath.constData(), nullptr)) {
+        rootPath = real;
+        std::free(real);
+    } else {
+        rootPath.clear();
+    }
     if (rootPath.isEmpty())
         return {};
     walk(rootPath, {}, found);
@@ -117,7 +120,7 @@ QList<ScannedAudioFile> FolderScanner::scanFolder(const QString &folder) const
     files.reserve(static_cast<qsizetype>(found.size()));
     const QString base = root.endsWith(u'/') ? root : root + u'/';
     for (const Found &entry : found) {
-        const QString relative = QFile::decodeName(entry.relativePath);
+        const QString relative = decodedPath(entry.relativePath);
         files.append({base + relative, relative});
     }
 

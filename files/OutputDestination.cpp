@@ -42,9 +42,11 @@ OutputDestination OutputDestination::forItem(const AudioFileItem &item,
     QString name = baseNameOf(sourceName);
     if (!encoding.fileExtension.isEmpty())
         name += u'.' + encoding.fileExtension;
-    // A prefix names files; it cannot make folders.
+    // A prefix names files; it cannot make folders, nor hide what it names.
     QString prefix = settings.prefix;
     prefix.replace(u'/', u'_');
+    while (prefix.startsWith(u'.'))
+        prefix.remove(0, 1);
     if (settings.addPrefix && !prefix.isEmpty() && !name.startsWith(prefix))
         name = prefix + name;
 

@@ -15,6 +15,8 @@ OutputFolderBookmarkStore::OutputFolderBookmarkStore(std::shared_ptr<QSettings> 
 
 std::optional<QString> OutputFolderBookmarkStore::restore() const
 {
+    if (!m_defaults)
+        return std::nullopt;
     const QVariant stored = m_defaults->value(m_key);
     if (!stored.isValid())
         return std::nullopt;
@@ -26,6 +28,8 @@ std::optional<QString> OutputFolderBookmarkStore::restore() const
 
 void OutputFolderBookmarkStore::save(const QString &folder) const
 {
+    if (!m_defaults)
+        return;
     if (folder.isEmpty() || !QDir::isAbsolutePath(folder)) {
         remove();
         return;
@@ -36,6 +40,8 @@ void OutputFolderBookmarkStore::save(const QString &folder) const
 
 void OutputFolderBookmarkStore::remove() const
 {
+    if (!m_defaults)
+        return;
     m_defaults->remove(m_key);
     m_defaults->sync();
 }

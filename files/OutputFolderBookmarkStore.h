@@ -15,6 +15,7 @@ class OutputFolderBookmarkStore
 public:
     static constexpr QLatin1StringView defaultKey{"outputFolderBookmark"};
 
+    // Without a store nothing is remembered.
     explicit OutputFolderBookmarkStore(std::shared_ptr<QSettings> defaults,
                                        QString key = defaultKey);
 

@@ -18,7 +18,7 @@ QString withSlash(const QString &path)
 
 bool writable(const QString &path)
 {
-    return ::access(QFile::encodeName(path).constData(), W_OK) == 0;
+    return ::access(encodedPath(path).constData(), W_OK) == 0;
 }
 
 } // namespace

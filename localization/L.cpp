@@ -337,6 +337,51 @@ QString writeFailedMessage(const QString &fileName)
         .arg(fileName);
 }
 
+QString readOnlyMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Could not save \u201c%1\u201d.\nThe output folder "
+                                             "is on a read-only disk."))
+        .arg(fileName);
+}
+
+QString pathTooLongMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP(
+                          "L", "Could not save \u201c%1\u201d.\nThe output path is too long "
+                               "for the disk \u2014 choose an output folder with a shorter path."))
+        .arg(fileName);
+}
+
+QString sourceMissingMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Could not read \u201c%1\u201d.\nThe file was "
+                                             "moved or deleted after it was added."))
+        .arg(fileName);
+}
+
+QString sourceUnreadableMessage(const QString &fileName)
+{
+    return translated(
+               QT_TRANSLATE_NOOP("L", "Could not read \u201c%1\u201d.\nTonbrook doesn\u2019t "
+                                      "have permission to read that file."))
+        .arg(fileName);
+}
+
+QString tookTooLongMessage(const QString &fileName)
+{
+    return translated(QT_TRANSLATE_NOOP(
+                          "L", "Could not process \u201c%1\u201d.\nReading it took far longer "
+                               "than a file of its size should; its header may be wrong."))
+        .arg(fileName);
+}
+
+QString reportOverAudioRefused(const QString &path)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "The report is not written over \u201c%1\u201d: "
+                                             "it is an audio file. Choose another name."))
+        .arg(path);
+}
+
 QString sameFileSkippedMessage(const QString &fileName)
 {
     return translated(QT_TRANSLATE_NOOP("L",
@@ -686,6 +731,16 @@ QString cliNothingImported()
 QString cliReportWritten(const QString &path)
 {
     return translated(QT_TRANSLATE_NOOP("L", "Report written to %1")).arg(path);
+}
+
+QString cliNoSuchPath(const QString &path)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "no such file or folder: %1")).arg(path);
+}
+
+QString cliWarning(const QString &text)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "warning: %1")).arg(text);
 }
 
 QString cliMeasured(const QString &loudness, const QString &peak, const QString &range)

@@ -29,7 +29,7 @@ LanguageManager::LanguageManager(std::unique_ptr<QSettings> store, QStringList p
     , m_store(std::move(store))
     , m_systemLanguage(languageOf(preferredLanguages))
 {
-    const QString stored = m_store->value(key).toString();
+    const QString stored = m_store ? m_store->value(key).toString() : QString();
     m_selection = AppLanguages::fromRawValue(stored).value_or(AppLanguage::System);
     installCatalogue();
 }
@@ -65,8 +65,10 @@ AppLanguage LanguageManager::effectiveLanguage() const
 
 void LanguageManager::setSelection(AppLanguage selection)
 {
-    m_store->setValue(key, AppLanguages::rawValue(selection));
-    m_store->sync();
+    if (m_store) {
+        m_store->setValue(key, AppLanguages::rawValue(selection));
+        m_store->sync();
+    }
     if (selection == m_selection)
         return;
     m_selection = selection;

@@ -29,7 +29,8 @@ public:
     // preferences and the system's preferred languages.
     static LanguageManager &shared();
 
-    // For tests: a given store and a given list of preferred languages.
+    // A given store (none: the choice lasts for this process only) and a
+    // given list of preferred languages.
     LanguageManager(std::unique_ptr<QSettings> store, QStringList preferredLanguages,
                     QObject *parent = nullptr);
     ~LanguageManager() override;

@@ -3,6 +3,7 @@
 
 #include "engine/LoudnessMeasurement.h"
 #include "model/AudioCategory.h"
+#include "model/FileStamp.h"
 #include "model/OutputFormatMode.h"
 #include "model/ProcessingResult.h"
 #include "model/ProcessingStatus.h"
@@ -32,6 +33,9 @@ struct AudioFileItem
     ProcessingStatus status;
     std::optional<ProcessingResult> result;
     std::optional<QString> errorDetails;
+    // The source as it was when `measurement` was taken: a file changed since
+    // is measured again before it is written.
+    std::optional<FileStamp> measuredStamp;
 
     friend bool operator==(const AudioFileItem &, const AudioFileItem &) = default;
 };

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/AudioMetadata.h"
 
+#include "model/StandardPath.h"
+
 #include <QFile>
 
 #include <cmath>
 #include <cstring>
 #include <mutex>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -22,9 +26,13 @@ namespace {
 // read it from the description chunk (always the first chunk) instead.
 std::optional<double> cafDeclaredRate(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    const int fd = ::open(encodedPath(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        if (fd >= 0)
+            ::close(fd);
         return std::nullopt;
+    }
     const QByteArray head = file.read(28);
     if (head.size() < 28 || !head.startsWith("caff") || head.mid(8, 4) != "desc")
         return std::nullopt;
@@ -41,7 +49,7 @@ std::optional<double> cafDeclaredRate(const QString &path)
 bool isSomethingOtherThanAFile(const QString &path)
 {
     struct stat info;
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 && !S_ISREG(info.st_mode);
+    return ::stat(encodedPath(path).constData(), &info) == 0 && !S_ISREG(info.st_mode);
 }
 
 std::optional<int> roundedSampleRate(double hertz)
@@ -66,8 +74,8 @@ std::optional<int> sampleRate(const QString &path)
     // The header carries the rate; the WAV demuxer would otherwise read up to
     // 32 packets to look for a hidden compressed stream.
     av_dict_set(&options, "max_probe_packets", "1", 0);
-    const QByteArray encodedPath = QFile::encodeName(path);
-    const int opened = avformat_open_input(&context, encodedPath.constData(), nullptr, &options);
+    const QByteArray systemPath = encodedPath(path);
+    const int opened = avformat_open_input(&context, systemPath.constData(), nullptr, &options);
     av_dict_free(&options);
     if (opened < 0)
         return std::nullopt;

@@ -3,29 +3,64 @@
 // tonbrook: the window.
 #include "engine/BuildInfo.h"
 #include "localization/LanguageManager.h"
+#include "model/StandardPath.h"
 #include "ui/DesktopRevealer.h"
 #include "ui/FilePanelPresenter.h"
 #include "ui/SupportWindowPresenter.h"
 #include "ui/TonbrookApp.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QIcon>
 #include <QQmlExtensionPlugin>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QUrl>
 
+#include <QSocketNotifier>
+
+#include <csignal>
 #include <cstdio>
+#include <sys/socket.h>
+#include <unistd.h>
 
 Q_IMPORT_QML_PLUGIN(Tonbrook_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_StylePlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_UiPlugin)
 
+namespace {
+
+int signalPipe[2] = {-1, -1};
+
+void onStoppingSignal(int signal)
+{
+    const char byte = static_cast<char>(signal);
+    [[maybe_unused]] const ssize_t written = ::write(signalPipe[1], &byte, 1);
+}
+
+// A session that ends, a `kill` or Ctrl-C in the terminal that started the
+// window: quit as the window's close does, so every ffmpeg is stopped and its
+// hidden file removed before the process goes.
+void quitOnStoppingSignals(QCoreApplication &app)
+{
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, signalPipe) != 0)
+        return;
+    auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);
+    QObject::connect(notifier, &QSocketNotifier::activated, &app, [] {
+        char byte = 0;
+        if (::read(signalPipe[0], &byte, 1) == 1)
+            QCoreApplication::exit(128 + static_cast<unsigned char>(byte));
+    });
+    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(signal, onStoppingSignal);
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
+    quitOnStoppingSignals(app);
     QApplication::setOrganizationName(QStringLiteral("Quillmere Tools"));
     QApplication::setApplicationName(QStringLiteral("Tonbrook"));
     QApplication::setApplicationVersion(QLatin1StringView(BuildInfo::version));
@@ -37,13 +72,13 @@ int main(int argc, char *argv[])
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     // Files and folders given to the program (a file manager's "Open with"
-    // passes paths or file URLs), in the order given.
+    // passes paths or file URLs), in the order given, their bytes kept; Qt
+    // has taken its own options out of argv by now.
     QStringList paths;
-    const QStringList arguments = QApplication::arguments().mid(1);
-    for (const QString &argument : arguments) {
+    for (int i = 1; i < argc; ++i) {
+        const QString argument = decodedPath(QByteArray(argv[i]));
         const QUrl url(argument);
-        paths.append(url.isLocalFile() ? url.toLocalFile()
-                                       : QFileInfo(argument).absoluteFilePath());
+        paths.append(url.isLocalFile() ? url.toLocalFile() : standardizedPath(argument));
     }
 
     auto support = std::make_shared<SupportWindowPresenter>();

@@ -557,5 +557,47 @@ Choose an output folder outside the source.</source>
         <source>Show details</source>
         <translation>Подробнее</translation>
     </message>
+    <message>
+        <source>Could not save “%1”.
+The output folder is on a read-only disk.</source>
+        <translation>Не удалось сохранить «%1».
+Папка назначения находится на диске, доступном только для чтения.</translation>
+    </message>
+    <message>
+        <source>Could not save “%1”.
+The output path is too long for the disk — choose an output folder with a shorter path.</source>
+        <translation>Не удалось сохранить «%1».
+Путь слишком длинный для этого диска — выберите папку назначения с более коротким путём.</translation>
+    </message>
+    <message>
+        <source>Could not read “%1”.
+The file was moved or deleted after it was added.</source>
+        <translation>Не удалось прочитать «%1».
+Файл был перемещён или удалён после добавления.</translation>
+    </message>
+    <message>
+        <source>Could not read “%1”.
+Tonbrook doesn’t have permission to read that file.</source>
+        <translation>Не удалось прочитать «%1».
+У Tonbrook нет прав на чтение этого файла.</translation>
+    </message>
+    <message>
+        <source>Could not process “%1”.
+Reading it took far longer than a file of its size should; its header may be wrong.</source>
+        <translation>Не удалось обработать «%1».
+Чтение заняло намного больше времени, чем нужно файлу такого размера; возможно, его заголовок повреждён.</translation>
+    </message>
+    <message>
+        <source>The report is not written over “%1”: it is an audio file. Choose another name.</source>
+        <translation>Отчёт не записывается поверх «%1»: это аудиофайл. Выберите другое имя.</translation>
+    </message>
+    <message>
+        <source>no such file or folder: %1</source>
+        <translation>нет такого файла или папки: %1</translation>
+    </message>
+    <message>
+        <source>warning: %1</source>
+        <translation>предупреждение: %1</translation>
+    </message>
 </context>
 </TS>

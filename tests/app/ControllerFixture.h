@@ -260,6 +260,7 @@ public:
                 OutputFormatMode::KeepOriginal,
                 ProcessingStatus::ready(),
                 {},
+                {},
                 {}};
     }
 

@@ -2,6 +2,7 @@
 //
 // The processing pass's command lines, results and file handling, with a stand-in ffmpeg.
 #include "engine/LoudnessProcessingService.h"
+#include "engine/PartFile.h"
 
 #include "FakeFFmpegRunner.h"
 #include "FakeLoudnessAnalyzer.h"
@@ -10,6 +11,7 @@
 #include "engine/CancellationToken.h"
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
+#include "model/FileStamp.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,7 +49,7 @@ QStringList temporaryFilesBelow(const QString &folder)
     QStringList found;
     const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System);
     for (const QString &name : names)
-        if (name.startsWith(LoudnessProcessingService::temporaryPrefix))
+        if (name.startsWith(PartFile::prefix))
             found << name;
     return found;
 }
@@ -84,6 +86,7 @@ class LoudnessProcessingServiceTest : public QObject
                 measurement,
                 OutputFormatMode::KeepOriginal,
                 ProcessingStatus::ready(),
+                std::nullopt,
                 std::nullopt,
                 std::nullopt};
     }
@@ -189,7 +192,7 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(temporary).path(), QFileInfo(destination).path());
         QVERIFY2(
             QRegularExpression(
-                QStringLiteral("^\\.tbpart-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}-Take 1\\.") +
+                QStringLiteral("^\\.tbpart-[0-9]+-[0-9a-f]{8}-[0-9a-f]{8}-Take 1\\.") +
                 extension + u'$')
                 .match(QFileInfo(temporary).fileName())
                 .hasMatch(),
@@ -260,7 +263,9 @@ private Q_SLOTS:
         ProcessingSettings settings = streamingSettings();
         settings.normalizeLoudness = normalize;
         const ProcessingResult result = service().process(
-            item(stored), m_dir.filePath(QStringLiteral("out/Take 1.wav")),
+            item(stored),
+            m_dir.filePath(QStringLiteral("results/%1/Take 1.wav")
+                               .arg(QLatin1StringView(QTest::currentDataTag()))),
             {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
             settings, CancellationToken());
         QCOMPARE(result.outcome, expected.outcome);
@@ -282,7 +287,7 @@ private Q_SLOTS:
             << "cancel in run" << K::Cancelled << 1;
         QTest::newRow("cancelled during measuring") << "cancel in analysis" << K::Cancelled << 0;
         QTest::newRow("measuring fails") << "analysis fails" << K::AnalysisFailed << 0;
-        QTest::newRow("destination is a folder") << "folder in the way" << K::WriteFailed << 1;
+        QTest::newRow("a file where the folder must go") << "file in the way" << K::WriteFailed << 0;
     }
 
     void failures()
@@ -293,8 +298,9 @@ private Q_SLOTS:
 
         const QString folder = m_dir.filePath(QStringLiteral("out"));
         QVERIFY(QDir().mkpath(folder));
-        QString destination = folder + QStringLiteral("/Take 1.wav");
-        write(destination, "previous output");
+        const QString previous = folder + QStringLiteral("/Take 1.wav");
+        QString destination = previous;
+        write(previous, "previous output");
 
         CancellationToken token;
         if (scenario == u"exit 1")
@@ -311,10 +317,8 @@ private Q_SLOTS:
                                      const CancellationToken &) -> LoudnessMeasurement {
                 throw FFmpegError::binaryNotFound();
             };
-        if (scenario == u"folder in the way") {
-            destination = folder + QStringLiteral("/Take 1 folder.wav");
-            QVERIFY(QDir().mkpath(destination + QStringLiteral("/keep")));
-        }
+        if (scenario == u"file in the way")
+            destination = previous + QStringLiteral("/Take 1.wav");
 
         try {
             service().process(
@@ -330,27 +334,12 @@ private Q_SLOTS:
             if (kind == ProcessingError::Kind::AnalysisFailed)
                 QCOMPARE(error.text(), QStringLiteral("FFmpegError.binaryNotFound"));
             if (kind == ProcessingError::Kind::WriteFailed)
-                QVERIFY2(error.text().startsWith(systemErrorText(EISDIR)),
+                QVERIFY2(error.text().startsWith(systemErrorText(ENOTDIR)),
                          qPrintable(error.text()));
         }
         QCOMPARE(m_runner->calls().size(), ffmpegRuns);
-        if (scenario == u"folder in the way")
-            QVERIFY(QFileInfo(destination + QStringLiteral("/keep")).isDir());
-        else
-            QCOMPARE(contents(destination), QByteArray("previous output"));
-        QFile::remove(folder + QStringLiteral("/Take 1.wav"));
-    }
-
-    void successReplacesAnExistingOutput()
-    {
-        const QString destination = m_dir.filePath(QStringLiteral("out/Take 1.wav"));
-        QVERIFY(QDir().mkpath(QFileInfo(destination).path()));
-        write(destination, "previous output");
-        service().process(
-            item(quietFile), destination,
-            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-            streamingSettings(), CancellationToken());
-        QCOMPARE(contents(destination), QByteArray("new output"));
+        QCOMPARE(contents(previous), QByteArray("previous output"));
+        QVERIFY(QFile::remove(previous));
     }
 
     void destinationThatIsTheSourceIsRefused_data()
@@ -416,16 +405,69 @@ private Q_SLOTS:
         }
     }
 
-    void temporaryNameFitsTheFileSystem()
+    // The file measured earlier is used only while it is unchanged; a name
+    // taken while ffmpeg wrote gives way to the next free one.
+    void guardsJustBeforeWriting_data()
     {
-        const QString longName = QString(120, QChar(0x0416)) + QStringLiteral(".wav"); // 244 bytes
-        const QString temporary =
-            LoudnessProcessingService::temporaryPath(QStringLiteral("/out/") + longName);
-        const QString name = QFileInfo(temporary).fileName();
-        QVERIFY(QFile::encodeName(name).size() <= 255);
-        QVERIFY(name.startsWith(QStringLiteral(".tbpart-")));
-        QVERIFY(name.endsWith(QStringLiteral("\u0416.wav")));
-        QCOMPARE(QFileInfo(temporary).path(), QStringLiteral("/out"));
+        QTest::addColumn<bool>("sourceChanged");
+        QTest::addColumn<bool>("nameTakenMeanwhile");
+        QTest::newRow("unchanged source, free name") << false << false;
+        QTest::newRow("source rewritten since measured") << true << false;
+        QTest::newRow("output name taken while writing") << false << true;
+    }
+
+    void guardsJustBeforeWriting()
+    {
+        QFETCH(bool, sourceChanged);
+        QFETCH(bool, nameTakenMeanwhile);
+        const QString folder =
+            m_dir.filePath(QStringLiteral("guards/") + QLatin1StringView(QTest::currentDataTag()));
+        const QString source = folder + QStringLiteral("/take.wav");
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-20, 0.5)}));
+        AudioFileItem stored = item(quietFile);
+        stored.sourceURL = source;
+        stored.measuredStamp = FileStamp::of(source);
+        if (sourceChanged)
+            QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-50, 0.7)}));
+        const LoudnessMeasurement now{-50.0, -44.0, 1.0, -60.0, 0.0};
+        m_analyzer->respond = [=](const QString &, const CancellationToken &) { return now; };
+        const QString destination = folder + QStringLiteral("/out/take.wav");
+        m_runner->respond = [=](const QStringList &arguments) {
+            write(arguments.last(), "new output");
+            if (nameTakenMeanwhile)
+                write(destination, "the user's own");
+            return FFmpegResult{};
+        };
+
+        const ProcessingResult result = service().process(
+            stored, destination,
+            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+            streamingSettings(), CancellationToken());
+        QCOMPARE(m_analyzer->calls(), sourceChanged ? 1 : 0);
+        QCOMPARE(result.originalLUFS, sourceChanged ? now.inputI : quietFile.inputI);
+        const QString written = nameTakenMeanwhile ? QStringLiteral("take 2.wav")
+                                                   : QStringLiteral("take.wav");
+        QCOMPARE(result.outputFileName, written);
+        QCOMPARE(contents(folder + QStringLiteral("/out/") + written), QByteArray("new output"));
+        if (nameTakenMeanwhile)
+            QCOMPARE(contents(destination), QByteArray("the user's own"));
+        QVERIFY(temporaryFilesBelow(folder + QStringLiteral("/out")).isEmpty());
+    }
+
+    void sourceGoneIsSaidSo()
+    {
+        AudioFileItem gone = item(quietFile);
+        gone.sourceURL = m_dir.filePath(QStringLiteral("moved away.wav"));
+        try {
+            service().process(gone, m_dir.filePath(QStringLiteral("out/moved away.wav")),
+                              {QStringLiteral("wav"), {}}, streamingSettings(),
+                              CancellationToken());
+            QFAIL("a missing source was processed");
+        } catch (const ProcessingError &error) {
+            QCOMPARE(error, ProcessingError::sourceMissing(gone.sourceURL));
+        }
+        QCOMPARE(m_runner->calls().size(), 0);
     }
 };
 

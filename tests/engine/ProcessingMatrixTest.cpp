@@ -326,6 +326,7 @@ private Q_SLOTS:
                                  OutputFormatMode::KeepOriginal,
                                  ProcessingStatus::ready(),
                                  std::nullopt,
+                                 std::nullopt,
                                  std::nullopt};
         CancellationToken token;
         std::thread canceller([&token] {
@@ -411,6 +412,7 @@ private Q_SLOTS:
                                  c.measurementStored ? std::optional(in) : std::nullopt,
                                  OutputFormatMode::KeepOriginal,
                                  ProcessingStatus::ready(),
+                                 std::nullopt,
                                  std::nullopt,
                                  std::nullopt};
         ProcessingSettings settings;

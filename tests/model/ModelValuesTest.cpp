@@ -140,6 +140,7 @@ private Q_SLOTS:
                                   OutputFormatMode::KeepOriginal,
                                   ProcessingStatus::ready(),
                                   {},
+                                  {},
                                   {}};
         AudioFileItem second = first;
         QCOMPARE(first, second);
