@@ -244,7 +244,7 @@ void MainViewModel::importURLs(const QList<QUrl> &urls)
     QStringList paths;
     for (const QUrl &url : urls) {
         if (url.isLocalFile())
-            paths.append(url.toLocalFile());
+            paths.append(localPathOf(url));
     }
     // A drop of something that is no local file still says so.
     if (paths.size() < urls.size()) {

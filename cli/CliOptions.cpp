@@ -4,10 +4,9 @@
 #include "app/SettingsModel.h"
 #include "engine/NumberFormat.h"
 #include "localization/L.h"
+#include "model/StandardPath.h"
 
 #include <QCommandLineParser>
-#include <QDir>
-#include <QFileInfo>
 
 namespace {
 
@@ -19,9 +18,10 @@ QString presetChoices()
     return ids.join(QStringLiteral(", "));
 }
 
+// Absolute and clean, its bytes kept (QFileInfo would lose those of a name that is not UTF-8).
 QString absolute(const QString &path)
 {
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    return standardizedPath(path);
 }
 
 } // namespace

@@ -8,7 +8,7 @@
 struct FFmpegResult
 {
     qint32 exitCode = 0;
-    // Decoded as UTF-8; a stream that is not valid UTF-8 is empty.
+    // Decoded as UTF-8, with bytes that are not kept as in paths (decodedPath).
     QString standardOutput;
     QString standardError;
 

@@ -7,7 +7,6 @@
 #include "model/StandardPath.h"
 
 #include <QByteArrayList>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
@@ -165,15 +164,6 @@ pid_t spawn(const QString &binaryPath, const QStringList &arguments, int stdoutF
     return pid;
 }
 
-QString decodeUtf8OrEmpty(const QByteArray &bytes)
-{
-    // Stateless: a multi-byte sequence cut off at the end counts as invalid
-    // instead of being held back for input that will never come.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = decoder(bytes);
-    return decoder.hasError() ? QString() : text;
-}
-
 int statusToExitCode(int status)
 {
     if (WIFEXITED(status))
@@ -211,8 +201,10 @@ public:
             }
         }
         waitForExit();
-        return {statusToExitCode(m_status), decodeUtf8OrEmpty(m_streams[0].bytes),
-                decodeUtf8OrEmpty(m_streams[1].bytes)};
+        // ffmpeg echoes file names, which need not be UTF-8: their bytes are
+        // kept the way paths keep them, and everything else reads as it is.
+        return {statusToExitCode(m_status), decodedPath(m_streams[0].bytes),
+                decodedPath(m_streams[1].bytes)};
     }
 
     bool timedOut() const { return m_timedOut; }
@@ -380,5 +372,6 @@ FFmpegResult FFmpegRunner::run(const QStringList &arguments,
 std::chrono::seconds FFmpegRunner::timeLimitFor(qint64 inputBytes)
 {
     constexpr qint64 mebibyte = 1024 * 1024;
-    return timeLimitBase + timeLimitPerMebibyte * ((inputBytes + mebibyte - 1) / mebibyte);
+    return timeLimitBase + std::chrono::seconds(timeLimitPerMebibyte.count() *
+                                                std::max<qint64>(inputBytes, 0) / mebibyte);
 }

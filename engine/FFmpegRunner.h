@@ -18,12 +18,13 @@ public:
     static constexpr std::chrono::milliseconds cancellationPollInterval{50};
     // How long a child asked to stop may take before it is killed.
     static constexpr std::chrono::seconds terminationGrace{5};
-    // The longest a run may take on an input of this size: a few seconds a
-    // megabyte are plenty for the slowest codec at the busiest moment, while
-    // a small file whose header promises hours of audio (a "1 Hz" WAV) is
-    // stopped instead of holding a job for an hour.
-    static constexpr std::chrono::seconds timeLimitBase{20};
-    static constexpr std::chrono::seconds timeLimitPerMebibyte{30};
+    // The longest a run may take on an input of this size: a minute a
+    // mebibyte is several times what the slowest case needs (a 32 kb/s AAC
+    // measured at 192 kHz, three jobs on two busy cores), while a small file
+    // whose header promises days of audio (a "1 Hz" WAV) is stopped instead
+    // of holding a job for an hour.
+    static constexpr std::chrono::seconds timeLimitBase{10};
+    static constexpr std::chrono::seconds timeLimitPerMebibyte{60};
     static std::chrono::seconds timeLimitFor(qint64 inputBytes);
 
     // An absent path is reported by every run as FFmpegError::binaryNotFound;

@@ -77,11 +77,11 @@ std::optional<QString> write(const QString &path, const QList<ProcessingResult> 
     const QByteArray temporary = target.left(slash + 1) + ".tbreport-" +
                                  QByteArray::number(::getpid()) + '-' +
                                  QByteArray::number(QRandomGenerator::global()->generate(), 16);
-    const auto failed = [&temporary](int error, int fd) {
+    const auto failed = [&temporary, &path](int error, int fd) -> QString {
         if (fd >= 0)
             ::close(fd);
         ::unlink(temporary.constData());
-        return systemErrorText(error) + QStringLiteral(": ") + displayedPath(decodedPath(temporary));
+        return systemErrorText(error) + QStringLiteral(": ") + displayedPath(path);
     };
     struct stat existing
     {};

@@ -146,3 +146,8 @@ QString displayedPath(const QString &path)
     }
     return shown;
 }
+
+QString localPathOf(const QUrl &url)
+{
+    return decodedPath(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()));
+}

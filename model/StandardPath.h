@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QUrl>
 
 // A file's identity: its absolute path with "." and ".." taken out and no
 // trailing slash. Symbolic links are not resolved, and comparison is exact.
@@ -22,3 +23,5 @@ QByteArray encodedPath(const QString &path);
 QString decodedPath(const QByteArray &bytes);
 // The same path for a person to read: kept bytes become U+FFFD.
 QString displayedPath(const QString &path);
+// A file URL's path with its bytes kept (QUrl::toLocalFile would replace them).
+QString localPathOf(const QUrl &url);

@@ -78,7 +78,7 @@ int main(int argc, char *argv[])
     for (int i = 1; i < argc; ++i) {
         const QString argument = decodedPath(QByteArray(argv[i]));
         const QUrl url(argument);
-        paths.append(url.isLocalFile() ? url.toLocalFile() : standardizedPath(argument));
+        paths.append(url.isLocalFile() ? localPathOf(url) : standardizedPath(argument));
     }
 
     auto support = std::make_shared<SupportWindowPresenter>();
