@@ -609,8 +609,9 @@ void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const 
         }
     }
     if (output.result && m_destinations.contains(output.id))
-        m_destinations.insert(output.id, job.destination.left(job.destination.lastIndexOf(u'/') + 1) +
-                                             output.result->outputFileName);
+        m_destinations.insert(output.id,
+                              job.destination.left(job.destination.lastIndexOf(u'/') + 1) +
+                                  output.result->outputFileName);
     const bool updated = m_queue.update(output.id, [&](AudioFileItem &item) {
         if (output.result) {
             item.result = output.result;

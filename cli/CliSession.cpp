@@ -141,8 +141,7 @@ void CliSession::itemFinished(const QUuid &id)
 
 void CliSession::screenChanged()
 {
-    if (m_processing && !m_interrupted &&
-        m_controller->screenState() != AppScreenState::Processing)
+    if (m_processing && !m_interrupted && m_controller->screenState() != AppScreenState::Processing)
         finishRun();
 }
 
@@ -277,8 +276,10 @@ void CliSession::printJson()
 {
     for (const AudioFileItem &item : m_controller->queue()) {
         QJsonObject object;
-        object.insert(QStringLiteral("source"), displayedPath(item.sourceURL));
-        object.insert(QStringLiteral("relativePath"), displayedPath(item.relativePath));
+        // Bytes of a name that is not UTF-8 travel as \udcXX escapes, which
+        // a reader's surrogate escape (Python's os.fsencode) turns back into them.
+        object.insert(QStringLiteral("source"), item.sourceURL);
+        object.insert(QStringLiteral("relativePath"), item.relativePath);
         object.insert(QStringLiteral("status"), QueueModel::statusName(item.status.kind()));
         object.insert(QStringLiteral("message"), item.status.message().isEmpty()
                                                      ? QJsonValue()
@@ -311,7 +312,7 @@ void CliSession::printJson()
                              item.status.kind() == ProcessingStatus::Kind::Warning;
         const auto output = m_controller->destinationOf(item.id);
         object.insert(QStringLiteral("output"),
-                      written && output ? QJsonValue(displayedPath(*output)) : QJsonValue());
+                      written && output ? QJsonValue(*output) : QJsonValue());
         object.insert(QStringLiteral("errorDetails"), text(item.errorDetails));
         m_out << QJsonDocument(object).toJson(QJsonDocument::Compact) << '\n';
     }

@@ -10,11 +10,11 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <linux/close_range.h>
+#include <optional>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>

@@ -105,10 +105,9 @@ std::optional<Owner> ownerOf(const QString &partFileName)
 
 QString PartFile::nameFor(const QString &destinationName)
 {
-    const QString tag = prefix.toString() + QString::number(::getpid()) + u'-' + bootTag() + u'-' +
-                        QString::number(QRandomGenerator::global()->generate(), 16)
-                            .rightJustified(8, u'0') +
-                        u'-';
+    const QString tag =
+        prefix.toString() + QString::number(::getpid()) + u'-' + bootTag() + u'-' +
+        QString::number(QRandomGenerator::global()->generate(), 16).rightJustified(8, u'0') + u'-';
     QString name = destinationName;
     if (encodedPath(tag + name).size() > nameLimit) {
         const qsizetype dot = name.lastIndexOf(u'.');
@@ -190,8 +189,8 @@ QString PartFile::moveIntoPlace()
     QString target = m_destination;
     for (qint64 n = 2;; ++n) {
         const QByteArray to = encodedPath(target);
-        int result = ::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(),
-                                 RENAME_NOREPLACE);
+        int result =
+            ::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE);
         if (result != 0 && (errno == EINVAL || errno == ENOSYS || errno == ENOTSUP)) {
             // A file system without the exclusive rename: a hard link cannot
             // replace anything either. Without links, look, then move.

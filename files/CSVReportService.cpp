@@ -2,7 +2,6 @@
 #include "files/CSVReportService.h"
 
 #include "engine/NumberFormat.h"
-
 #include "engine/SystemError.h"
 #include "model/SourceAudioFormat.h"
 #include "model/StandardPath.h"
@@ -61,9 +60,10 @@ QString makeCSV(const QList<ProcessingResult> &results)
     const QString lineEnd = QStringLiteral("\r\n");
     QString text = row(columns()) + lineEnd;
     for (const ProcessingResult &result : results) {
-        text += row({displayedPath(result.sourceFileName), displayedPath(result.outputFileName), figure(result.originalLUFS),
-                     figure(result.finalLUFS), figure(result.appliedGain, true),
-                     figure(result.truePeak), ProcessingOutcomes::rawValue(result.outcome)}) +
+        text += row({displayedPath(result.sourceFileName), displayedPath(result.outputFileName),
+                     figure(result.originalLUFS), figure(result.finalLUFS),
+                     figure(result.appliedGain, true), figure(result.truePeak),
+                     ProcessingOutcomes::rawValue(result.outcome)}) +
                 lineEnd;
     }
     return text;
@@ -111,13 +111,13 @@ std::optional<QString> write(const QString &path, const QList<ProcessingResult> 
 bool looksLikeAudio(const QString &path)
 {
     static const QStringList otherAudio{
-        QStringLiteral("flac"), QStringLiteral("ogg"),  QStringLiteral("oga"),
-        QStringLiteral("opus"), QStringLiteral("wma"),  QStringLiteral("m4b"),
-        QStringLiteral("mp2"),  QStringLiteral("ac3"),  QStringLiteral("ape"),
-        QStringLiteral("wv"),   QStringLiteral("mka"),  QStringLiteral("w64"),
-        QStringLiteral("rf64"), QStringLiteral("bwf"),  QStringLiteral("aifc"),
-        QStringLiteral("au"),   QStringLiteral("snd"),  QStringLiteral("mp4"),
-        QStringLiteral("aac"),  QStringLiteral("dsf"),  QStringLiteral("amr")};
+        QStringLiteral("flac"), QStringLiteral("ogg"), QStringLiteral("oga"),
+        QStringLiteral("opus"), QStringLiteral("wma"), QStringLiteral("m4b"),
+        QStringLiteral("mp2"),  QStringLiteral("ac3"), QStringLiteral("ape"),
+        QStringLiteral("wv"),   QStringLiteral("mka"), QStringLiteral("w64"),
+        QStringLiteral("rf64"), QStringLiteral("bwf"), QStringLiteral("aifc"),
+        QStringLiteral("au"),   QStringLiteral("snd"), QStringLiteral("mp4"),
+        QStringLiteral("aac"),  QStringLiteral("dsf"), QStringLiteral("amr")};
     const QString name = fileNameOf(path);
     const qsizetype dot = name.lastIndexOf(u'.');
     if (SourceAudioFormats::fromFileName(name) ||
@@ -132,11 +132,12 @@ bool looksLikeAudio(const QString &path)
     if (got < 4)
         return false;
     const QByteArray start(head, got);
-    for (const char *magic : {"RIFF", "RF64", "FORM", "caff", "fLaC", "OggS", "ID3", "MAC ", "wvpk"})
+    for (const char *magic :
+         {"RIFF", "RF64", "FORM", "caff", "fLaC", "OggS", "ID3", "MAC ", "wvpk"})
         if (start.startsWith(magic))
             return true;
-    const bool mpegFrame =
-        static_cast<unsigned char>(head[0]) == 0xFF && (static_cast<unsigned char>(head[1]) & 0xE0) == 0xE0;
+    const bool mpegFrame = static_cast<unsigned char>(head[0]) == 0xFF &&
+                           (static_cast<unsigned char>(head[1]) & 0xE0) == 0xE0;
     return mpegFrame || (got >= 8 && start.mid(4, 4) == "ftyp");
 }
 

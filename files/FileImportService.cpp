@@ -7,7 +7,6 @@
 #include <QSet>
 
 #include <sys/stat.h>
-
 #include <utility>
 
 namespace {

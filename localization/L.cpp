@@ -361,9 +361,9 @@ QString sourceMissingMessage(const QString &fileName)
 
 QString sourceUnreadableMessage(const QString &fileName)
 {
-    return translated(
-               QT_TRANSLATE_NOOP("L", "Could not read \u201c%1\u201d.\nTonbrook doesn\u2019t "
-                                      "have permission to read that file."))
+    return translated(QT_TRANSLATE_NOOP("L",
+                                        "Could not read \u201c%1\u201d.\nTonbrook doesn\u2019t "
+                                        "have permission to read that file."))
         .arg(fileName);
 }
 

@@ -77,15 +77,18 @@ private Q_SLOTS:
             << L::permissionMessage(f) << std::optional(QStringLiteral("Access denied"));
         QTest::newRow("write: read-only disk")
             << make(ProcessingError::writeFailed(QStringLiteral("Read-only file system: /out")))
-            << L::readOnlyMessage(f) << std::optional(QStringLiteral("Read-only file system: /out"));
+            << L::readOnlyMessage(f)
+            << std::optional(QStringLiteral("Read-only file system: /out"));
         QTest::newRow("write: path too long")
             << make(ProcessingError::writeFailed(QStringLiteral("File name too long: /out/x")))
-            << L::pathTooLongMessage(f) << std::optional(QStringLiteral("File name too long: /out/x"));
+            << L::pathTooLongMessage(f)
+            << std::optional(QStringLiteral("File name too long: /out/x"));
         QTest::newRow("ffmpeg: read-only disk")
             << make(ProcessingError::ffmpegFailed(
                    1, QStringLiteral("/out/x.wav: Read-only file system")))
             << L::readOnlyMessage(f)
-            << std::optional(QStringLiteral("ffmpeg exit code 1\n\n/out/x.wav: Read-only file system"));
+            << std::optional(
+                   QStringLiteral("ffmpeg exit code 1\n\n/out/x.wav: Read-only file system"));
         QTest::newRow("write: anything else")
             << make(ProcessingError::writeFailed(QStringLiteral("Input/output error: /out")))
             << L::writeFailedMessage(f)
@@ -94,7 +97,8 @@ private Q_SLOTS:
             << make(ProcessingError::sourceMissing(QStringLiteral("/in/a.wav")))
             << L::sourceMissingMessage(f) << std::optional(QStringLiteral("/in/a.wav"));
         QTest::newRow("source unreadable")
-            << make(ProcessingError::sourceUnreadable(QStringLiteral("Permission denied: /in/a.wav")))
+            << make(ProcessingError::sourceUnreadable(
+                   QStringLiteral("Permission denied: /in/a.wav")))
             << L::sourceUnreadableMessage(f)
             << std::optional(QStringLiteral("Permission denied: /in/a.wav"));
         QTest::newRow("ffmpeg over its time")

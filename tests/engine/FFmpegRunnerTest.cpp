@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/FFmpegRunner.h"
-#include "model/StandardPath.h"
 
 #include "TestEnvironment.h"
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegError.h"
+#include "model/StandardPath.h"
 
 #include <QElapsedTimer>
 #include <QFile>

@@ -2,13 +2,13 @@
 //
 // The processing pass's command lines, results and file handling, with a stand-in ffmpeg.
 #include "engine/LoudnessProcessingService.h"
-#include "engine/PartFile.h"
 
 #include "FakeFFmpegRunner.h"
 #include "FakeLoudnessAnalyzer.h"
 #include "TestAudio.h"
 #include "TestEnvironment.h"
 #include "engine/CancellationToken.h"
+#include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
 #include "model/FileStamp.h"
@@ -190,13 +190,12 @@ private Q_SLOTS:
                               QStringLiteral("-nostats"), QStringLiteral("-i"), m_source}) +
                      expectedMiddle);
         QCOMPARE(QFileInfo(temporary).path(), QFileInfo(destination).path());
-        QVERIFY2(
-            QRegularExpression(
-                QStringLiteral("^\\.tbpart-[0-9]+-[0-9a-f]{8}-[0-9a-f]{8}-Take 1\\.") +
-                extension + u'$')
-                .match(QFileInfo(temporary).fileName())
-                .hasMatch(),
-            qPrintable(temporary));
+        QVERIFY2(QRegularExpression(
+                     QStringLiteral("^\\.tbpart-[0-9]+-[0-9a-f]{8}-[0-9a-f]{8}-Take 1\\.") +
+                     extension + u'$')
+                     .match(QFileInfo(temporary).fileName())
+                     .hasMatch(),
+                 qPrintable(temporary));
         QCOMPARE(contents(destination), QByteArray("new output"));
         QCOMPARE(m_analyzer->calls(), 0);
     }
@@ -287,7 +286,8 @@ private Q_SLOTS:
             << "cancel in run" << K::Cancelled << 1;
         QTest::newRow("cancelled during measuring") << "cancel in analysis" << K::Cancelled << 0;
         QTest::newRow("measuring fails") << "analysis fails" << K::AnalysisFailed << 0;
-        QTest::newRow("a file where the folder must go") << "file in the way" << K::WriteFailed << 0;
+        QTest::newRow("a file where the folder must go")
+            << "file in the way" << K::WriteFailed << 0;
     }
 
     void failures()
@@ -446,8 +446,8 @@ private Q_SLOTS:
             streamingSettings(), CancellationToken());
         QCOMPARE(m_analyzer->calls(), sourceChanged ? 1 : 0);
         QCOMPARE(result.originalLUFS, sourceChanged ? now.inputI : quietFile.inputI);
-        const QString written = nameTakenMeanwhile ? QStringLiteral("take 2.wav")
-                                                   : QStringLiteral("take.wav");
+        const QString written =
+            nameTakenMeanwhile ? QStringLiteral("take 2.wav") : QStringLiteral("take.wav");
         QCOMPARE(result.outputFileName, written);
         QCOMPARE(contents(folder + QStringLiteral("/out/") + written), QByteArray("new output"));
         if (nameTakenMeanwhile)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/PartFile.h"
+
 #include "engine/ProcessingError.h"
 #include "model/StandardPath.h"
 
@@ -52,8 +53,8 @@ private Q_SLOTS:
         QTest::newRow("this process") << PartFile::nameFor(take) << false << take;
         QTest::newRow("a live process") << withOwner(1) << false << take;
         QTest::newRow("a process that ended") << withOwner(deadPid()) << true << take;
-        QTest::newRow("a live id from another boot") << withOwner(1, QStringLiteral("0badb007"))
-                                                     << true << take;
+        QTest::newRow("a live id from another boot")
+            << withOwner(1, QStringLiteral("0badb007")) << true << take;
         QTest::newRow("someone else's hidden file")
             << QStringLiteral(".tbpart-7F3A6C21-0D44-4C4B-9A7E-2B1C55E0A9F1-take.wav") << false
             << QString();

@@ -17,6 +17,8 @@
 #include "engine/LoudnessAnalysisService.h"
 #include "engine/LoudnessPreset.h"
 #include "engine/LoudnessProcessingService.h"
+#include "engine/PartFile.h"
+#include "engine/SystemError.h"
 #include "files/FileImportService.h"
 #include "files/FolderScanner.h"
 #include "files/NoFilePanels.h"
@@ -28,6 +30,7 @@
 #include <QImage>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -38,10 +41,12 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <mutex>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
 using Segment = TestAudio::Segment;
 using namespace std::chrono_literals;
@@ -101,8 +106,11 @@ struct Input
 // The messages a failure may carry, in the interface's words.
 QStringList failureMessages(const QString &fileName)
 {
-    return {L::damagedMessage(fileName), L::permissionMessage(fileName),
-            L::diskFullMessage(fileName), L::writeFailedMessage(fileName)};
+    const QString shown = displayedPath(fileName);
+    return {L::damagedMessage(shown),          L::permissionMessage(shown),
+            L::diskFullMessage(shown),         L::writeFailedMessage(shown),
+            L::readOnlyMessage(shown),         L::sourceMissingMessage(shown),
+            L::sourceUnreadableMessage(shown), L::tookTooLongMessage(shown)};
 }
 
 bool writeBytes(const QString &path, const QByteArray &bytes)
@@ -134,6 +142,21 @@ bool writeAudio(const QString &path, double seconds, int rate = 48000, int chann
     const QString problem = TestAudio::encode(TestEnvironment::ffmpegPath(), wav, path);
     QFile::remove(wav);
     return problem.isEmpty();
+}
+
+// The same, under a name that may hold bytes that are not UTF-8.
+bool writeAudioAt(const QString &path, double seconds)
+{
+    const QString plain = path.left(path.lastIndexOf(u'/') + 1) + QStringLiteral("plain.wav");
+    return writeAudio(plain, seconds) &&
+           ::rename(encodedPath(plain).constData(), encodedPath(path).constData()) == 0;
+}
+
+bool existsAt(const QString &path)
+{
+    struct stat info
+    {};
+    return ::stat(encodedPath(path).constData(), &info) == 0 && info.st_size > 0;
 }
 
 void patchU32(QByteArray &bytes, int offset, quint32 value)
@@ -198,6 +221,16 @@ QList<Input> hostileGroup(const QString &group, const QString &dir)
         bytes = readBytes(rate);
         patchU32(bytes, 24, 0xfffffff0u);
         add(QStringLiteral("absurd rate.wav"), Expect::Either, written && writeBytes(rate, bytes));
+        // 100 KB that claim a day of audio at 1 Hz: stopped by its time limit.
+        QByteArray oneHertz = readBytes(rate).left(44) + QByteArray(100 * 1024, '\0');
+        patchU32(oneHertz, 4, static_cast<quint32>(oneHertz.size() - 8));
+        patchU32(oneHertz, 20, 0x00010001u); // PCM, mono
+        patchU32(oneHertz, 24, 1);
+        patchU32(oneHertz, 28, 2);
+        patchU32(oneHertz, 32, 0x00100002u); // 2-byte frames, 16 bits
+        patchU32(oneHertz, 40, 100 * 1024);
+        add(QStringLiteral("one hertz.wav"), Expect::Failed,
+            writeBytes(at(QStringLiteral("one hertz.wav")), oneHertz));
     } else if (group == u"shapes") {
         add(QStringLiteral("eight channels.wav"), Expect::Processed,
             writeAudio(at(QStringLiteral("eight channels.wav")), 2, 48000, 8));
@@ -228,6 +261,8 @@ QList<Input> hostileGroup(const QString &group, const QString &dir)
         };
         for (const QString &name : names)
             add(name, Expect::Processed, writeAudio(at(name), 0.5));
+        const QString latin1 = decodedPath("caf\xe9 \xff.wav"); // not UTF-8
+        add(latin1, Expect::Processed, writeAudioAt(at(latin1), 0.5));
     } else if (group == u"links and special files") {
         add(QStringLiteral("real.wav"), Expect::Processed,
             writeAudio(at(QStringLiteral("real.wav")), 1));
@@ -344,7 +379,8 @@ class ReliabilityTest : public QObject
         for (const Input &input : inputs) {
             const QString source = inputDir + u'/' + input.name;
             const QString name = fileNameOf(input.name);
-            const QString printable = QString(input.name).replace(u'\n', QStringLiteral("\\n"));
+            const QString printable =
+                displayedPath(input.name).replace(u'\n', QStringLiteral("\\n"));
             if (input.expect == Expect::NotImported) {
                 QVERIFY2(!reported.contains(source),
                          qPrintable(printable + QStringLiteral(" was imported")));
@@ -364,8 +400,8 @@ class ReliabilityTest : public QObject
                 QVERIFY2(status == u"failed", qPrintable(why));
             QVERIFY2(processed || status == u"failed", qPrintable(why));
             if (processed && outputsKept) {
-                const QFileInfo output(entry.value(QStringLiteral("output")).toString());
-                QVERIFY2(output.isFile() && output.size() > 0, qPrintable(why));
+                QVERIFY2(existsAt(entry.value(QStringLiteral("output")).toString()),
+                         qPrintable(why));
             } else if (!processed) {
                 QVERIFY2(failureMessages(name).contains(
                              entry.value(QStringLiteral("message")).toString()),
@@ -393,6 +429,54 @@ class ReliabilityTest : public QObject
             for (int i = 1; i <= 6; ++i)
                 writeAudio(QStringLiteral("%1/take %2.wav").arg(in).arg(i), 0.5 + 0.6 * i);
         return in;
+    }
+
+    static const AudioFileItem *itemNamed(const MainViewModel &vm, const QString &relativePath)
+    {
+        for (const AudioFileItem &item : vm.queue())
+            if (item.relativePath == relativePath)
+                return &item;
+        return nullptr;
+    }
+
+    // Takes long enough (20 s each) that a run can be caught at any stage.
+    QString longInputs()
+    {
+        const QString in = path(QStringLiteral("long/in"));
+        if (!QFileInfo::exists(in))
+            for (int i = 1; i <= 4; ++i)
+                writeAudio(QStringLiteral("%1/take %2.wav").arg(in).arg(i), 20);
+        return in;
+    }
+
+    // The command line started, not waited for, with a temporary folder of its own.
+    std::unique_ptr<QProcess> startCli(const QStringList &arguments, const QString &temporary = {})
+    {
+        auto process = std::make_unique<QProcess>();
+        if (!temporary.isEmpty()) {
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(QStringLiteral("TMPDIR"), temporary);
+            process->setProcessEnvironment(environment);
+        }
+        process->start(RunChecks::cliPath(), arguments);
+        process->waitForStarted();
+        return process;
+    }
+
+    // The first hidden file that appears below the folder.
+    static QString firstPartFile(const QString &root)
+    {
+        QString part;
+        QElapsedTimer waiting;
+        waiting.start();
+        while (part.isEmpty() && waiting.elapsed() < 60000) {
+            const QStringList parts = RunChecks::partFilesBelow(root);
+            if (!parts.isEmpty())
+                part = parts.first();
+            else
+                QTest::qWait(5);
+        }
+        return part;
     }
 
     // No job still running: every ffmpeg gone and every item settled.
@@ -510,6 +594,16 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(statuses.value(QStringLiteral("removed.wav")), ProcessingStatus::Kind::Failed);
+        QCOMPARE(itemNamed(*vm, QStringLiteral("removed.wav"))->status.message(),
+                 L::sourceMissingMessage(QStringLiteral("removed.wav")));
+        // Rewritten at another level after it was measured: written with the new loudness.
+        const LoudnessMeasurement now =
+            LoudnessAnalysisService(std::make_shared<FFmpegRunner>(TestEnvironment::ffmpegPath()))
+                .analyze(in + QStringLiteral("/now longer.wav"), -16, -1, CancellationToken());
+        const auto &longer = itemNamed(*vm, QStringLiteral("now longer.wav"))->result;
+        QVERIFY(longer && longer->originalLUFS);
+        QVERIFY2(std::abs(*longer->originalLUFS - now.inputI) < 0.01,
+                 qPrintable(QString::number(*longer->originalLUFS)));
         QCOMPARE(statuses.value(QStringLiteral("now a pipe.wav")), ProcessingStatus::Kind::Failed);
         QCOMPARE(statuses.value(QStringLiteral("now longer.wav")), ProcessingStatus::Kind::Done);
         QCOMPARE(statuses.value(QStringLiteral("kept.wav")), ProcessingStatus::Kind::Done);
@@ -596,6 +690,222 @@ private Q_SLOTS:
         }
     }
 
+    // However a run is stopped, it ends with the status a shell expects, says
+    // each file once with its final status, writes nothing more and leaves no
+    // hidden file and no ffmpeg; one killed outright leaves hidden files that
+    // the next run into that folder removes.
+    void stopping_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<bool>("whileMeasuring");
+        QTest::addColumn<int>("status"); // -1: no status, killed
+        QTest::newRow("Ctrl-C while measuring") << SIGINT << true << 130;
+        QTest::newRow("Ctrl-C while writing") << SIGINT << false << 130;
+        QTest::newRow("kill while writing") << SIGTERM << false << 143;
+        QTest::newRow("terminal closed while writing") << SIGHUP << false << 129;
+        QTest::newRow("reader gone while writing") << SIGPIPE << false << 141;
+        QTest::newRow("killed outright while writing") << SIGKILL << false << -1;
+    }
+
+    void stopping()
+    {
+        QFETCH(int, signal);
+        QFETCH(bool, whileMeasuring);
+        QFETCH(int, status);
+        const QString in = longInputs();
+        const QString out =
+            path(QStringLiteral("stopping/") + QLatin1StringView(QTest::currentDataTag()));
+        const auto sources = RunChecks::snapshot(in);
+        Watchdog watchdog(QLatin1StringView(QTest::currentDataTag()), 120s);
+        auto cli = startCli({QStringLiteral("--json"), QStringLiteral("-o"), out, in});
+        if (whileMeasuring)
+            QTRY_VERIFY_WITH_TIMEOUT(RunChecks::ffmpegProcessesMentioning(in) > 0, 10000);
+        else
+            QVERIFY(!firstPartFile(out).isEmpty());
+        QCOMPARE(::kill(static_cast<pid_t>(cli->processId()), signal), 0);
+        QVERIFY(cli->waitForFinished(30000));
+
+        if (status < 0) {
+            QCOMPARE(cli->exitStatus(), QProcess::CrashExit);
+            // Its children died with it; what it was writing stays until the next run.
+            QTRY_COMPARE_WITH_TIMEOUT(RunChecks::ffmpegProcessesMentioning(out), 0, 3000);
+            QVERIFY(!RunChecks::partFilesBelow(out).isEmpty());
+            const RunChecks::CliRun next =
+                RunChecks::runCli({QStringLiteral("-o"), out, in + QStringLiteral("/take 1.wav")});
+            QCOMPARE(next.status, 0);
+        } else {
+            QCOMPARE(cli->exitStatus(), QProcess::NormalExit);
+            QCOMPARE(cli->exitCode(), status);
+            const QByteArray json = cli->readAllStandardOutput();
+            const QList<QByteArray> lines = json.trimmed().split('\n');
+            QCOMPARE(lines.size(), 4);
+            QCOMPARE(reportedBySource(json).size(), 4);
+            for (const QJsonObject &entry : reportedBySource(json)) {
+                const QString state = entry.value(QStringLiteral("status")).toString();
+                QVERIFY2(state != u"processing" && state != u"analyzing", qPrintable(state));
+            }
+            if (whileMeasuring)
+                QCOMPARE(RunChecks::filesBelow(out), QStringList());
+        }
+        checkAfterRun(sources, {in, out});
+    }
+
+    // Nothing that appears at an output's name while a run writes is ever
+    // replaced: another run's outputs, or a file the user saved.
+    void namesTakenDuringARun_data()
+    {
+        QTest::addColumn<bool>("twoRuns");
+        QTest::newRow("two runs into one folder at once") << true;
+        QTest::newRow("a file saved at an output's name mid-run") << false;
+    }
+
+    void namesTakenDuringARun()
+    {
+        QFETCH(bool, twoRuns);
+        const QString in = twoRuns ? timingInputs() : longInputs();
+        const QString out =
+            path(QStringLiteral("taken/") + QLatin1StringView(QTest::currentDataTag()));
+        const auto sources = RunChecks::snapshot(in);
+        Watchdog watchdog(QLatin1StringView(QTest::currentDataTag()), 180s);
+        std::vector<std::unique_ptr<QProcess>> runs;
+        runs.push_back(startCli({QStringLiteral("--json"), QStringLiteral("-o"), out, in}));
+        QString userFile;
+        if (twoRuns) {
+            runs.push_back(startCli({QStringLiteral("--json"), QStringLiteral("-o"), out, in}));
+        } else {
+            // Saved with O_EXCL: a name whose output is already in place is not the case.
+            while (userFile.isEmpty()) {
+                const QString part = firstPartFile(out);
+                QVERIFY(!part.isEmpty());
+                const QString name = out + u'/' + PartFile::destinationName(fileNameOf(part));
+                const int fd = ::open(encodedPath(name).constData(),
+                                      O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+                if (fd >= 0 && ::write(fd, "mine", 4) == 4)
+                    userFile = name;
+                if (fd >= 0)
+                    ::close(fd);
+            }
+        }
+        QSet<QString> outputs;
+        int reported = 0;
+        for (const auto &run : runs) {
+            QVERIFY(run->waitForFinished(150000));
+            QCOMPARE(run->exitCode(), 0);
+            for (const QJsonObject &entry : reportedBySource(run->readAllStandardOutput())) {
+                ++reported;
+                QCOMPARE(entry.value(QStringLiteral("status")).toString(), QStringLiteral("done"));
+                outputs.insert(entry.value(QStringLiteral("output")).toString());
+            }
+        }
+        QCOMPARE(outputs.size(), reported);
+        if (!twoRuns) {
+            QVERIFY(!outputs.contains(userFile));
+            QCOMPARE(readBytes(userFile), QByteArray("mine"));
+        }
+        QCOMPARE(RunChecks::filesBelow(out).size(), reported + (twoRuns ? 0 : 1));
+        for (const QString &output : std::as_const(outputs))
+            QVERIFY2(existsAt(output), qPrintable(output));
+        checkAfterRun(sources, {in, out});
+    }
+
+    // A report is written whole or not at all, and never over audio.
+    void reports_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<int>("status");
+        QTest::newRow("on a full disk") << QStringLiteral("full/report.csv") << 1;
+        QTest::newRow("over a queued source") << QStringLiteral("in/take 1.wav") << 2;
+        QTest::newRow("named like audio") << QStringLiteral("report.wav") << 2;
+    }
+
+    void reports()
+    {
+        QFETCH(QString, target);
+        QFETCH(int, status);
+        const QString root =
+            path(QStringLiteral("reports/") + QLatin1StringView(QTest::currentDataTag()));
+        const QString in = root + QStringLiteral("/in");
+        QVERIFY(writeAudio(in + QStringLiteral("/take 1.wav"), 1));
+        const QString report = root + u'/' + target;
+        const bool full = target.startsWith(QStringLiteral("full/"));
+        if (full) {
+            QDir().mkpath(root + QStringLiteral("/full"));
+            if (::mount("tonbrook-test", encodedPath(root + QStringLiteral("/full")).constData(),
+                        "tmpfs", 0, "size=64k") != 0)
+                QSKIP(qPrintable(QStringLiteral("cannot mount a small file system here (") +
+                                 QString::fromLocal8Bit(std::strerror(errno)) + u')'));
+            QVERIFY(writeBytes(report, "the previous report\r\n"));
+            QByteArray block(4096, 'x');
+            QFile filler(root + QStringLiteral("/full/filler"));
+            QVERIFY(filler.open(QIODevice::WriteOnly));
+            while (filler.write(block) == block.size() && filler.flush()) {
+            }
+        }
+        const auto before = RunChecks::snapshot(root);
+        const RunChecks::CliRun run =
+            RunChecks::runCli({QStringLiteral("-o"), root + QStringLiteral("/out"),
+                               QStringLiteral("--report"), report, in});
+        const QByteArray kept = readBytes(report);
+        if (full)
+            ::umount(encodedPath(root + QStringLiteral("/full")).constData());
+        QCOMPARE(run.status, status);
+        QVERIFY2(
+            run.err.contains(full ? systemErrorText(ENOSPC) : L::reportOverAudioRefused(report)),
+            qPrintable(run.err));
+        if (full)
+            QCOMPARE(kept, QByteArray("the previous report\r\n"));
+        else
+            QVERIFY(RunChecks::changedSince(before).isEmpty());
+    }
+
+    // What the command line says and leaves: a named path that is not there
+    // makes the run fail, an output folder among the sources is warned about,
+    // a prefix of dots hides nothing, and no command leaves a temporary folder.
+    void commandLineHonesty_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("said");
+        const QString in = QStringLiteral("IN");
+        const QString out = QStringLiteral("OUT");
+        QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0 << QString();
+        QTest::newRow("version") << QStringList{QStringLiteral("--version")} << 0 << QString();
+        QTest::newRow("a path that is not there")
+            << QStringList{QStringLiteral("-o"), out, in, QStringLiteral("IN/nothing.wav")} << 1
+            << L::cliNoSuchPath(QStringLiteral("IN/nothing.wav"));
+        QTest::newRow("output among the sources")
+            << QStringList{QStringLiteral("-o"), QStringLiteral("IN/normalized"), in} << 0
+            << L::warnInsideSource();
+        QTest::newRow("a prefix of dots")
+            << QStringList{QStringLiteral("--prefix"), QStringLiteral(".."), QStringLiteral("-o"),
+                           out, in}
+            << 0 << QString();
+    }
+
+    void commandLineHonesty()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, said);
+        const QString root =
+            path(QStringLiteral("honesty/") + QLatin1StringView(QTest::currentDataTag()));
+        const QString in = root + QStringLiteral("/in");
+        const QString temporary = root + QStringLiteral("/tmp");
+        QVERIFY(writeAudio(in + QStringLiteral("/take.wav"), 1) && QDir().mkpath(temporary));
+        for (QString &argument : arguments)
+            argument.replace(QStringLiteral("IN"), in)
+                .replace(QStringLiteral("OUT"), root + QStringLiteral("/out"));
+        said.replace(QStringLiteral("IN"), in);
+        auto cli = startCli(arguments, temporary);
+        QVERIFY(cli->waitForFinished(60000));
+        QCOMPARE(cli->exitCode(), status);
+        QVERIFY2(QString::fromUtf8(cli->readAllStandardError()).contains(said), qPrintable(said));
+        QCOMPARE(RunChecks::filesBelow(temporary), QStringList());
+        QCOMPARE(QDir(temporary).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+        for (const QString &written : RunChecks::filesBelow(root + QStringLiteral("/out")))
+            QVERIFY2(!fileNameOf(written).startsWith(u'.'), qPrintable(written));
+    }
+
     void faults_data()
     {
         QTest::addColumn<QString>("fault");
@@ -674,7 +984,7 @@ private Q_SLOTS:
                 while (victim.isEmpty() && trying.elapsed() < 60000) {
                     for (const QString &part : RunChecks::partFilesBelow(out))
                         if (victim.isEmpty() && killFFmpegWriting(part))
-                            victim = part.mid(QStringLiteral(".tbpart-").size() + 37);
+                            victim = PartFile::destinationName(part);
                     QTest::qWait(5);
                 }
                 QVERIFY2(!victim.isEmpty(), "no ffmpeg could be caught writing");
