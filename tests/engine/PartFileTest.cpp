@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstdlib>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -124,6 +125,22 @@ private Q_SLOTS:
         QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList({QStringLiteral("take 2.wav"), QStringLiteral("take 3.wav"),
                               QStringLiteral("take.wav")}));
+    }
+
+    // As when the display connection is lost and Qt calls exit() from deep inside.
+    void goneWhenTheProcessExitsWithoutUnwinding()
+    {
+        const QString folder = m_dir.filePath(QStringLiteral("exit"));
+        QVERIFY(QDir().mkpath(folder));
+        const pid_t child = ::fork();
+        if (child == 0) {
+            auto *leaked = new PartFile(folder + QStringLiteral("/take.wav"));
+            std::exit(::access(encodedPath(leaked->path()).constData(), F_OK) == 0 ? 1 : 2);
+        }
+        int status = 0;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QCOMPARE(WEXITSTATUS(status), 1); // the hidden file was there until the exit
+        QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList());
     }
 
     void refusalNamesTheFileTheUserWillHave()
