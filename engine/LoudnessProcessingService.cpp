@@ -66,11 +66,6 @@ QStringList commandLine(const QString &source, const QString &filter, int sample
     return arguments;
 }
 
-QString systemReason(int errorNumber, const QString &path)
-{
-    return systemErrorText(errorNumber) + QStringLiteral(": ") + displayedPath(path);
-}
-
 void createParentDirectory(const QString &destination)
 {
     const QString folder = destination.left(destination.lastIndexOf(u'/'));
@@ -78,7 +73,7 @@ void createParentDirectory(const QString &destination)
     std::filesystem::create_directories(std::filesystem::path(encodedPath(folder).toStdString()),
                                         error);
     if (error)
-        throw ProcessingError::writeFailed(systemReason(error.value(), folder));
+        throw ProcessingError::writeFailed(systemErrorAt(error.value(), folder));
 }
 
 // Names what is wrong with a source before ffmpeg would only call it damaged.
@@ -91,7 +86,7 @@ void checkSourceReadable(const QString &source)
     }
     if (errno == ENOENT || errno == ENOTDIR)
         throw ProcessingError::sourceMissing(displayedPath(source));
-    throw ProcessingError::sourceUnreadable(systemReason(errno, source));
+    throw ProcessingError::sourceUnreadable(systemErrorAt(errno, source));
 }
 
 QString describeAnyError(const std::exception &error)

@@ -23,11 +23,6 @@ namespace {
 
 constexpr qsizetype nameLimit = 255;
 
-QString systemReason(int errorNumber, const QString &path)
-{
-    return systemErrorText(errorNumber) + QStringLiteral(": ") + displayedPath(path);
-}
-
 // The first eight hex digits of this boot's id: process ids are only
 // meaningful within one boot.
 const QString &bootTag()
@@ -170,7 +165,7 @@ PartFile::PartFile(QString destination)
         const int error = errno;
         Registry::instance().remove(systemPath);
         // The reason names the file the user will have, not the hidden one.
-        throw ProcessingError::writeFailed(systemReason(error, m_destination));
+        throw ProcessingError::writeFailed(systemErrorAt(error, m_destination));
     }
     ::close(fd);
 }
@@ -211,7 +206,7 @@ QString PartFile::moveIntoPlace()
             return target;
         }
         if (errno != EEXIST)
-            throw ProcessingError::writeFailed(systemReason(errno, target));
+            throw ProcessingError::writeFailed(systemErrorAt(errno, target));
         target = numberedPath(m_destination, n);
     }
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/SystemError.h"
 
+#include "model/StandardPath.h"
+
 #include <clocale>
 #include <cstring>
 #include <locale.h>
@@ -11,4 +13,9 @@ QString systemErrorText(int errorNumber)
     if (english == locale_t(nullptr))
         return QString::fromLocal8Bit(std::strerror(errorNumber));
     return QString::fromLocal8Bit(strerror_l(errorNumber, english));
+}
+
+QString systemErrorAt(int errorNumber, const QString &path)
+{
+    return systemErrorText(errorNumber) + QStringLiteral(": ") + displayedPath(path);
 }

@@ -81,15 +81,15 @@ std::optional<QString> write(const QString &path, const QList<ProcessingResult> 
         if (fd >= 0)
             ::close(fd);
         ::unlink(temporary.constData());
-        return systemErrorText(error) + QStringLiteral(": ") + displayedPath(path);
+        return systemErrorAt(error, path);
     };
     struct stat existing
     {};
     if (::stat(target.constData(), &existing) == 0 && S_ISDIR(existing.st_mode))
-        return systemErrorText(EISDIR) + QStringLiteral(": ") + displayedPath(path);
+        return systemErrorAt(EISDIR, path);
     const int fd = ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
     if (fd < 0)
-        return systemErrorText(errno) + QStringLiteral(": ") + displayedPath(path);
+        return systemErrorAt(errno, path);
     for (qsizetype done = 0; done < bytes.size();) {
         const ssize_t count = ::write(fd, bytes.constData() + done, bytes.size() - done);
         if (count < 0 && errno == EINTR)
