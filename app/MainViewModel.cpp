@@ -5,12 +5,14 @@
 #include "app/FolderRevealing.h"
 #include "app/SupportPresenting.h"
 #include "engine/ErrorTranslator.h"
+#include "engine/FFmpegError.h"
 #include "engine/FFmpegRunner.h"
 #include "engine/LoudnessAnalysisService.h"
 #include "engine/LoudnessProcessingService.h"
 #include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/ResourceLocator.h"
+#include "engine/SystemError.h"
 #include "files/CSVReportService.h"
 #include "files/FileImportService.h"
 #include "files/FilePanelPresenting.h"
@@ -48,6 +50,13 @@ QStringList extensionsOfAllFormats()
     for (SourceAudioFormat format : SourceAudioFormats::all)
         extensions.append(SourceAudioFormats::rawValue(format));
     return extensions;
+}
+
+// The reason a runner error gives when the bundled ffmpeg itself is at fault.
+QString installationFaultOf(const FFmpegError &error)
+{
+    return error.kind() == FFmpegError::Kind::BinaryNotFound ? systemErrorText(ENOENT)
+                                                             : error.systemDescription();
 }
 
 template<typename T>
@@ -374,8 +383,15 @@ ItemDetails MainViewModel::itemData(const QString &id) const
     const AudioFileItem *item = m_queue.find(QUuid::fromString(id));
     if (!item)
         return {};
-    return {true, fileNameOf(item->sourceURL), QueueModel::statusName(item->status.kind()),
-            item->status.message(), item->errorDetails.value_or(QString())};
+    const QString format = fileNameOf(item->result ? item->result->outputFileName : QString())
+                               .section(u'.', -1)
+                               .toUpper();
+    return {true,
+            displayedPath(fileNameOf(item->sourceURL)),
+            QueueModel::statusName(item->status.kind()),
+            item->status.message(),
+            item->errorDetails.value_or(QString()),
+            item->result ? changeTexts(*item->result, format).join(u'\n') : QString()};
 }
 
 void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
@@ -388,6 +404,8 @@ void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
 
 void MainViewModel::analyzeQueue()
 {
+    if (m_installationProblem)
+        return;
     std::vector<std::pair<QUuid, QString>> pending;
     for (const AudioFileItem &item : queue()) {
         if (!item.measurement && !m_analyzingIDs.contains(item.id))
@@ -443,11 +461,19 @@ void MainViewModel::runAnalysis(std::vector<std::pair<QUuid, QString>> pending)
             if (token->isCancelled() || !stamp)
                 return {entry.first, std::nullopt, std::nullopt};
             return {entry.first, measurement, stamp};
+        } catch (const FFmpegError &error) {
+            if (error.kind() == FFmpegError::Kind::TimedOut)
+                return {entry.first, std::nullopt, std::nullopt};
+            return {entry.first, std::nullopt, std::nullopt, installationFaultOf(error)};
         } catch (...) {
             return {entry.first, std::nullopt, std::nullopt};
         }
     };
     callbacks.delivered = [this](const Entry &, AnalysisResult &&result) {
+        if (result.installationFault) {
+            stopForInstallationFault(*result.installationFault);
+            return;
+        }
         applyMeasurement(result);
         m_analyzingIDs.remove(result.id);
         ++m_analysisProgress.first;
@@ -485,7 +511,7 @@ void MainViewModel::applyMeasurement(const AnalysisResult &result)
 void MainViewModel::process()
 {
     const QList<QUuid> targets = effectiveTargetIDs();
-    if (targets.isEmpty() || !m_settings.outputFolderURL ||
+    if (targets.isEmpty() || !m_settings.outputFolderURL || m_installationProblem ||
         m_screenState == AppScreenState::Processing)
         return;
     // Analysis stops for good (its token stays cancelled until the queue is
@@ -605,6 +631,13 @@ void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const 
             std::rethrow_exception(output.error);
         } catch (const ProcessingError &error) {
             stopped = stopped || error.kind() == ProcessingError::Kind::Cancelled;
+        } catch (const FFmpegError &error) {
+            // Not this file's fault: it goes back to the queue untouched.
+            if (error.kind() != FFmpegError::Kind::TimedOut) {
+                setStatus(ProcessingStatus::ready(), output.id);
+                stopForInstallationFault(installationFaultOf(error));
+                return;
+            }
         } catch (...) {
         }
     }
@@ -619,17 +652,21 @@ void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const 
             if (output.result->originalLUFS)
                 item.measuredLUFS = output.result->originalLUFS;
             item.errorDetails.reset();
-            item.status = output.result->outcome == ProcessingOutcome::PeakLimited
+            const ProcessingOutcome outcome = output.result->outcome;
+            item.status = outcome == ProcessingOutcome::PeakLimited ||
+                                  outcome == ProcessingOutcome::Clipped
                               ? ProcessingStatus::warning(output.result->warningMessage.value_or(
-                                    ProcessingOutcomes::rawValue(ProcessingOutcome::PeakLimited)))
+                                    ProcessingOutcomes::rawValue(outcome)))
                               : ProcessingStatus::done();
             return;
         }
         // Whatever a job ends with once the user has cancelled is a
         // cancellation, never a failure: stopping ffmpeg half-way makes the
         // measuring pass or the encoder fail on purpose.
-        ProcessingResult record{sourceName, fileNameOf(job.destination),  {}, {}, {},
-                                {},         ProcessingOutcome::Cancelled, {}};
+        ProcessingResult record;
+        record.sourceFileName = sourceName;
+        record.outputFileName = fileNameOf(job.destination);
+        record.outcome = ProcessingOutcome::Cancelled;
         if (stopped) {
             item.status = ProcessingStatus::cancelled();
             item.errorDetails.reset();
@@ -663,6 +700,7 @@ CompletionSummary MainViewModel::summarize(const std::vector<ProcessingJob> &job
         ++summary.totalProcessed;
         switch (item->result->outcome) {
         case ProcessingOutcome::Success:
+        case ProcessingOutcome::Clipped: // written; its row says what it lost
             ++summary.reachedTarget;
             break;
         case ProcessingOutcome::PeakLimited:
@@ -779,6 +817,28 @@ void MainViewModel::setReportError(std::optional<QString> error)
 {
     if (assign(m_reportError, std::move(error)))
         Q_EMIT reportErrorChanged();
+}
+
+void MainViewModel::stopForInstallationFault(const QString &reason)
+{
+    m_processingCancellation->cancel();
+    stopAnalysis();
+    if (m_screenState == AppScreenState::Processing) {
+        setScreenState(AppScreenState::Idle);
+        setCurrentFileName(std::nullopt);
+    }
+    if (assign(m_installationProblem, std::optional(L::installationProblem(reason))))
+        Q_EMIT installationProblemChanged();
+}
+
+QStringList MainViewModel::changeTexts(const ProcessingResult &result, const QString &format)
+{
+    QStringList texts;
+    for (const OutputChange &change : result.changes)
+        texts.append(change.kind == OutputChange::Kind::SampleRate
+                         ? L::sampleRateChanged(change.from, change.to, format)
+                         : L::channelsChanged(change.from, change.to, format));
+    return texts;
 }
 
 void MainViewModel::setCurrentFileName(std::optional<QString> name)

@@ -45,6 +45,7 @@ struct ItemDetails
     Q_PROPERTY(QString status MEMBER status CONSTANT)
     Q_PROPERTY(QString statusMessage MEMBER statusMessage CONSTANT)
     Q_PROPERTY(QString errorDetails MEMBER errorDetails CONSTANT)
+    Q_PROPERTY(QString changes MEMBER changes CONSTANT)
 
 public:
     bool found = false;
@@ -52,6 +53,8 @@ public:
     QString status;
     QString statusMessage;
     QString errorDetails;
+    // What the encoder's limits changed, a sentence a line.
+    QString changes;
 };
 
 class MainViewModel : public QObject
@@ -64,6 +67,8 @@ class MainViewModel : public QObject
     Q_PROPERTY(QString importNotice READ importNoticeText NOTIFY importNoticeChanged)
     Q_PROPERTY(QString outputWarning READ outputWarningText NOTIFY outputWarningChanged)
     Q_PROPERTY(QString reportError READ reportErrorText NOTIFY reportErrorChanged)
+    Q_PROPERTY(QString installationProblem READ installationProblemText NOTIFY
+                   installationProblemChanged)
     Q_PROPERTY(int processedCount READ processedCount NOTIFY processingProgressChanged)
     Q_PROPERTY(int runTotal READ runTotal NOTIFY processingProgressChanged)
     Q_PROPERTY(QString currentFileName READ currentFileNameText NOTIFY processingProgressChanged)
@@ -107,6 +112,8 @@ public:
         std::optional<LoudnessMeasurement> measurement;
         // The source as it was just before it was measured.
         std::optional<FileStamp> stamp;
+        // The bundled ffmpeg could not run: the installation's fault, not the file's.
+        std::optional<QString> installationFault{};
     };
 
     struct Services
@@ -144,6 +151,10 @@ public:
     const std::optional<QString> &importNotice() const { return m_importNotice; }
     const std::optional<QString> &outputWarning() const { return m_outputWarning; }
     const std::optional<QString> &reportError() const { return m_reportError; }
+    // Set when the bundled ffmpeg is missing or cannot start; every run stops at it.
+    const std::optional<QString> &installationProblem() const { return m_installationProblem; }
+    // The sentences saying what the encoder's limits changed in a result.
+    static QStringList changeTexts(const ProcessingResult &result, const QString &format);
     int processedCount() const { return m_processedCount; }
     int runTotal() const { return m_runTotal; }
     const std::optional<QString> &currentFileName() const { return m_currentFileName; }
@@ -216,6 +227,7 @@ public:
     QString importNoticeText() const { return m_importNotice.value_or(QString()); }
     QString outputWarningText() const { return m_outputWarning.value_or(QString()); }
     QString reportErrorText() const { return m_reportError.value_or(QString()); }
+    QString installationProblemText() const { return m_installationProblem.value_or(QString()); }
     QString currentFileNameText() const { return m_currentFileName.value_or(QString()); }
     bool hasCompletionSummary() const { return m_completionSummary.has_value(); }
     CompletionSummary completionSummaryValue() const
@@ -233,6 +245,7 @@ Q_SIGNALS:
     void importNoticeChanged();
     void outputWarningChanged();
     void reportErrorChanged();
+    void installationProblemChanged();
     void processingProgressChanged();
     void completionSummaryChanged();
     void analysisChanged();
@@ -254,6 +267,8 @@ private:
     void setImportNotice(std::optional<QString> notice);
     void setOutputWarning(std::optional<QString> warning);
     void setReportError(std::optional<QString> error);
+    // Stops what runs and says that the installation is at fault.
+    void stopForInstallationFault(const QString &reason);
     void setCurrentFileName(std::optional<QString> name);
     void resetAnalysisState();
 
@@ -266,6 +281,7 @@ private:
     std::optional<ImportCounts> m_lastImport;
     std::optional<QString> m_outputWarning;
     std::optional<QString> m_reportError;
+    std::optional<QString> m_installationProblem;
     int m_processedCount = 0;
     int m_runTotal = 0;
     std::optional<QString> m_currentFileName;

@@ -7,6 +7,7 @@
 #include "model/StandardPath.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int exitInterrupted = 128 + SIGINT;
 constexpr int exitUsage = 2;
+constexpr int exitInstallation = 3;
 
 QString figure(const std::optional<double> &value, bool withSign = false)
 {
@@ -37,6 +39,25 @@ QJsonValue number(std::optional<double> value)
 QJsonValue text(const std::optional<QString> &value)
 {
     return value ? QJsonValue(*value) : QJsonValue();
+}
+
+// What the encoder's limits changed: the fact in numbers, and the sentence.
+QJsonArray changes(const ProcessingResult &result)
+{
+    const QString format = result.outputFileName.section(u'.', -1).toUpper();
+    const QStringList sentences = MainViewModel::changeTexts(result, format);
+    QJsonArray list;
+    for (qsizetype i = 0; i < result.changes.size(); ++i) {
+        const OutputChange &change = result.changes.at(i);
+        list.append(QJsonObject{
+            {QStringLiteral("what"), change.kind == OutputChange::Kind::SampleRate
+                                         ? QStringLiteral("sampleRate")
+                                         : QStringLiteral("channels")},
+            {QStringLiteral("from"), change.from},
+            {QStringLiteral("to"), change.to},
+            {QStringLiteral("why"), sentences.value(i)}});
+    }
+    return list;
 }
 
 } // namespace
@@ -104,6 +125,8 @@ void CliSession::analysisMoved()
     if (m_controller->isAnalyzing())
         return;
     clearProgress();
+    if (endedByInstallationProblem())
+        return;
     if (m_options.analyzeOnly)
         finishAnalyzeOnly();
     else
@@ -172,6 +195,8 @@ void CliSession::finishRun()
     if (m_ended)
         return;
     clearProgress();
+    if (endedByInstallationProblem())
+        return;
     const auto summary = m_controller->completionSummary();
     if (!summary) {
         // Cancelled (or nothing ran): no summary, as in the window.
@@ -204,6 +229,18 @@ void CliSession::finishRun()
         }
     }
     end(status);
+}
+
+bool CliSession::endedByInstallationProblem()
+{
+    const auto problem = m_controller->installationProblem();
+    if (!problem)
+        return false;
+    m_err << "tonbrook-cli: " << *problem << Qt::endl;
+    if (m_options.json)
+        printJson();
+    end(exitInstallation);
+    return true;
 }
 
 void CliSession::interrupt(int signal)
@@ -304,7 +341,9 @@ void CliSession::printJson()
                             {QStringLiteral("appliedGain"), number(r->appliedGain)},
                             {QStringLiteral("truePeak"), number(r->truePeak)},
                             {QStringLiteral("outcome"), ProcessingOutcomes::rawValue(r->outcome)},
-                            {QStringLiteral("warningMessage"), text(r->warningMessage)}});
+                            {QStringLiteral("warningMessage"), text(r->warningMessage)},
+                            {QStringLiteral("measured"), r->measured},
+                            {QStringLiteral("changes"), changes(*r)}});
         } else {
             object.insert(QStringLiteral("result"), QJsonValue());
         }

@@ -38,6 +38,8 @@ private:
     void finishAnalyzeOnly();
     void finishRun();
     void end(int status);
+    // The bundled ffmpeg cannot run: says so once and ends (status 3).
+    bool endedByInstallationProblem();
     void showProgress();
     void clearProgress();
     void printJson();

@@ -9,9 +9,11 @@
 #include "engine/LoudnessAnalyzing.h"
 #include "engine/NormalizationPlan.h"
 #include "engine/NumberFormat.h"
+#include "engine/OutputShape.h"
 #include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
+#include "localization/L.h"
 #include "model/AudioMetadata.h"
 #include "model/FileStamp.h"
 #include "model/StandardPath.h"
@@ -37,12 +39,19 @@ QString fileName(const QString &path)
     return QFileInfo(path).fileName();
 }
 
-int outputSampleRate(const ProcessingSettings &settings, const QString &source)
+// What the container declares; a stream it does not describe is taken at the
+// fallback rate with its channels left to ffmpeg.
+AudioStreamFacts sourceFacts(const QString &source)
 {
-    if (const auto rate = SampleRateModes::fixedRate(settings.sampleRateMode))
-        return *rate;
-    return AudioMetadata::sampleRate(source).value_or(SampleRateModes::fallbackRate);
+    return AudioMetadata::streamFacts(source).value_or(
+        AudioStreamFacts{SampleRateModes::fallbackRate, 0, false, 0});
 }
+
+// How far a written file may miss its planned loudness before it is written again.
+constexpr double loudnessTolerance = 0.1;
+// Kept below the ceiling on a second rendering after the first overshot it:
+// an encoder does not land on the same peak twice.
+constexpr double peakMargin = 0.2;
 
 // Cover art rides along unchanged where the container can hold it; elsewhere
 // it is dropped, since this build has no encoder to convert it with.
@@ -54,16 +63,22 @@ QStringList pictureArguments(const OutputEncoding &encoding)
     return {QStringLiteral("-vn")};
 }
 
-QStringList commandLine(const QString &source, const QString &filter, int sampleRate,
+QStringList commandLine(const QString &source, const QString &filter, const OutputShape &shape,
                         const OutputEncoding &encoding)
 {
     QStringList arguments{QStringLiteral("-y"), QStringLiteral("-hide_banner"),
                           QStringLiteral("-nostats"), QStringLiteral("-i"), source};
     if (!filter.isEmpty())
         arguments << QStringLiteral("-af") << filter;
-    arguments << QStringLiteral("-ar") << QString::number(sampleRate);
+    arguments << shape.arguments();
     arguments << encoding.codecArguments << pictureArguments(encoding);
     return arguments;
+}
+
+QString volumeFilter(double gain)
+{
+    return QStringLiteral("volume=") + NumberFormat::fixed(gain, 2) +
+           QStringLiteral("dB:precision=double");
 }
 
 void createParentDirectory(const QString &destination)
@@ -104,18 +119,35 @@ LoudnessProcessingService::LoudnessProcessingService(
     , m_analyzer(std::move(analyzer))
 {}
 
-QString LoudnessProcessingService::renderAndMove(const QStringList &arguments,
-                                                 const QString &destination,
-                                                 const CancellationToken &cancellation) const
+void LoudnessProcessingService::render(const QStringList &arguments, const PartFile &part,
+                                       const CancellationToken &cancellation) const
 {
-    PartFile part(destination);
     const FFmpegResult result = m_runner->run(QStringList(arguments) << part.path(), cancellation);
     // Checked first: a run stopped on purpose may still have exited cleanly.
     if (cancellation.isCancelled())
         throw ProcessingError::cancelled();
     if (result.exitCode != 0)
         throw ProcessingError::ffmpegFailed(result.exitCode, result.standardError);
-    return part.moveIntoPlace();
+}
+
+LoudnessMeasurement LoudnessProcessingService::measure(const QString &path,
+                                                       const ProcessingSettings &settings,
+                                                       const CancellationToken &cancellation) const
+{
+    LoudnessMeasurement measurement;
+    try {
+        measurement = m_analyzer->analyze(path, settings.effectiveTargetLUFS(),
+                                          settings.truePeakCeiling, cancellation);
+    } catch (const FFmpegError &error) {
+        if (error.kind() == FFmpegError::Kind::TimedOut)
+            throw;
+        throw ProcessingError::analysisFailed(error.describe());
+    } catch (const std::exception &error) {
+        throw ProcessingError::analysisFailed(describeAnyError(error));
+    }
+    if (cancellation.isCancelled())
+        throw ProcessingError::cancelled();
+    return measurement;
 }
 
 ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
@@ -133,55 +165,94 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
             LoudnessAnalysisError::notARegularFile(item.sourceURL).describe());
 
     checkSourceReadable(item.sourceURL);
+    const AudioStreamFacts source = sourceFacts(item.sourceURL);
 
     ProcessingResult result;
     result.sourceFileName = fileName(item.sourceURL);
     result.outcome = ProcessingOutcome::Success;
 
     if (!settings.normalizeLoudness) {
+        const OutputShape shape =
+            OutputShape::decide(source, encoding, settings.sampleRateMode, false);
+        result.changes = shape.changes;
+        // Floating-point samples may go past full scale, which integer PCM
+        // cannot hold: find out before, so that the clipping is said.
+        std::optional<double> overs;
+        if (source.isFloat && encoding.family == OutputEncoding::Family::IntegerPcm) {
+            const double peak = measure(item.sourceURL, settings, cancellation).inputTP;
+            if (std::isfinite(peak) && peak > 0)
+                overs = peak;
+        }
         createParentDirectory(destination);
-        result.outputFileName = fileName(renderAndMove(
-            commandLine(item.sourceURL, {}, outputSampleRate(settings, item.sourceURL), encoding),
-            destination, cancellation));
+        PartFile part(destination);
+        render(commandLine(item.sourceURL, {}, shape, encoding), part, cancellation);
+        result.outputFileName = fileName(part.moveIntoPlace());
+        if (overs) {
+            result.outcome = ProcessingOutcome::Clipped;
+            result.warningMessage = L::clippedWarning(NumberFormat::signedFixed(*overs, 1),
+                                                      OutputBitDepths::label(settings.bitDepth));
+        }
         return result;
     }
 
     const double target = settings.effectiveTargetLUFS();
-    LoudnessMeasurement measurement;
     // A stored measurement is used only while the file is still the one that
     // was measured: one edited or replaced since is measured again.
-    if (item.measurement &&
-        (!item.measuredStamp || FileStamp::of(item.sourceURL) == item.measuredStamp)) {
-        measurement = *item.measurement;
-    } else {
-        try {
-            measurement =
-                m_analyzer->analyze(item.sourceURL, target, settings.truePeakCeiling, cancellation);
-        } catch (const FFmpegError &error) {
-            if (error.kind() == FFmpegError::Kind::TimedOut)
-                throw;
-            throw ProcessingError::analysisFailed(error.describe());
-        } catch (const std::exception &error) {
-            throw ProcessingError::analysisFailed(describeAnyError(error));
-        }
-    }
-    if (cancellation.isCancelled())
-        throw ProcessingError::cancelled();
+    const bool storedStillTrue =
+        item.measurement &&
+        (!item.measuredStamp || FileStamp::of(item.sourceURL) == item.measuredStamp);
+    const LoudnessMeasurement measurement =
+        storedStillTrue ? *item.measurement : measure(item.sourceURL, settings, cancellation);
 
     const NormalizationPlan plan =
         NormalizationPlan::compute(measurement, target, settings.truePeakCeiling);
-    createParentDirectory(destination);
     const GainFilter filter = GainFilter::choose(measurement, plan, settings.truePeakCeiling);
-    result.outputFileName =
-        fileName(renderAndMove(commandLine(item.sourceURL, filter.text,
-                                           outputSampleRate(settings, item.sourceURL), encoding),
-                               destination, cancellation));
-
+    const OutputShape shape = OutputShape::decide(source, encoding, settings.sampleRateMode,
+                                                  filter.kind != GainFilter::Kind::None);
+    result.changes = shape.changes;
     result.originalLUFS = finiteOrAbsent(measurement.inputI);
     result.finalLUFS = finiteOrAbsent(plan.expectedLUFS);
     result.appliedGain = plan.gain;
     result.truePeak = finiteOrAbsent(plan.expectedTruePeak);
-    if (plan.isPeakLimited) {
+    bool limited = plan.isPeakLimited;
+
+    createParentDirectory(destination);
+    auto part = std::make_unique<PartFile>(destination);
+    render(commandLine(item.sourceURL, filter.text, shape, encoding), *part, cancellation);
+
+    // Another rate or layout, or a lossy encoder, makes the prediction an
+    // estimate: the written file is measured, and written once more with the
+    // gain corrected by what it missed.
+    if (filter.kind != GainFilter::Kind::None && shape.differsFrom(source, encoding)) {
+        const double ceiling = settings.truePeakCeiling;
+        LoudnessMeasurement written = measure(part->path(), settings, cancellation);
+        double gain = plan.gain;
+        if (std::abs(written.inputI - plan.expectedLUFS) > loudnessTolerance ||
+            written.inputTP > ceiling) {
+            double correction = plan.expectedLUFS - written.inputI;
+            const double peakAfter = written.inputTP + correction;
+            if (peakAfter > ceiling) {
+                const double cut = peakAfter - ceiling + peakMargin;
+                correction -= cut;
+                limited = limited || cut > loudnessTolerance;
+            }
+            // As written on the command line.
+            gain = std::round((gain + correction) * 100) / 100;
+            auto second = std::make_unique<PartFile>(destination);
+            render(commandLine(item.sourceURL, volumeFilter(gain), shape, encoding), *second,
+                   cancellation);
+            written = measure(second->path(), settings, cancellation);
+            part = std::move(second);
+        }
+        result.finalLUFS = finiteOrAbsent(written.inputI);
+        result.truePeak = finiteOrAbsent(written.inputTP);
+        result.appliedGain = gain;
+        result.measured = true;
+        limited = limited || written.inputTP > ceiling;
+    }
+    result.outputFileName = fileName(part->moveIntoPlace());
+
+    if (limited) {
         result.outcome = ProcessingOutcome::PeakLimited;
         // The figure is the loudness the item came in with (0 when it was
         // measured only now), not the target.

@@ -8,6 +8,8 @@
 #include <memory>
 
 class FFmpegRunning;
+class PartFile;
+struct LoudnessMeasurement;
 class LoudnessAnalyzing;
 
 // The second pass: one static gain (or plain conversion) and the encoding.
@@ -23,10 +25,12 @@ public:
                              const CancellationToken &cancellation) const override;
 
 private:
-    // Returns the path written, which is `destination` or, when that name
-    // was taken meanwhile, the next free numbered one.
-    QString renderAndMove(const QStringList &arguments, const QString &destination,
-                          const CancellationToken &cancellation) const;
+    // Runs ffmpeg into the hidden file; throws ProcessingError when it fails or is cancelled.
+    void render(const QStringList &arguments, const PartFile &part,
+                const CancellationToken &cancellation) const;
+    // The analysis pass, its failures as ProcessingError (a time-out as itself).
+    LoudnessMeasurement measure(const QString &path, const ProcessingSettings &settings,
+                                const CancellationToken &cancellation) const;
 
     std::shared_ptr<const FFmpegRunning> m_runner;
     std::shared_ptr<const LoudnessAnalyzing> m_analyzer;

@@ -3,56 +3,111 @@
 
 namespace {
 
-QStringList littleEndianPcm(OutputBitDepth depth)
+OutputEncoding pcm(const QString &extension, OutputBitDepth depth, bool bigEndian)
 {
-    return {QStringLiteral("-c:a"), depth == OutputBitDepth::Bit16 ? QStringLiteral("pcm_s16le")
-                                                                   : QStringLiteral("pcm_s24le")};
+    const QString order = bigEndian ? QStringLiteral("be") : QStringLiteral("le");
+    QString codec;
+    switch (depth) {
+    case OutputBitDepth::Bit16:
+        codec = QStringLiteral("pcm_s16") + order;
+        break;
+    case OutputBitDepth::Bit24:
+        codec = QStringLiteral("pcm_s24") + order;
+        break;
+    case OutputBitDepth::Float32:
+        codec = QStringLiteral("pcm_f32") + order;
+        break;
+    }
+    OutputEncoding encoding{extension,
+                            {QStringLiteral("-c:a"), codec},
+                            depth == OutputBitDepth::Float32 ? OutputEncoding::Family::FloatPcm
+                                                             : OutputEncoding::Family::IntegerPcm};
+    // A 32-bit RIFF header cannot describe a file past 4 GiB.
+    if (extension == u"wav")
+        encoding.codecArguments << QStringLiteral("-rf64") << QStringLiteral("auto");
+    return encoding;
 }
 
-QStringList bigEndianPcm(OutputBitDepth depth)
+OutputEncoding lameV2()
 {
-    return {QStringLiteral("-c:a"), depth == OutputBitDepth::Bit16 ? QStringLiteral("pcm_s16be")
-                                                                   : QStringLiteral("pcm_s24be")};
+    return {QStringLiteral("mp3"),
+            {QStringLiteral("-c:a"), QStringLiteral("libmp3lame"), QStringLiteral("-q:a"),
+             QStringLiteral("2")},
+            OutputEncoding::Family::Mp3};
 }
 
-QStringList lameV2()
+OutputEncoding aac256()
 {
-    return {QStringLiteral("-c:a"), QStringLiteral("libmp3lame"), QStringLiteral("-q:a"),
-            QStringLiteral("2")};
+    return {QStringLiteral("m4a"),
+            {QStringLiteral("-c:a"), QStringLiteral("aac"), QStringLiteral("-b:a"),
+             QStringLiteral("256k")},
+            OutputEncoding::Family::Aac};
 }
 
 } // namespace
+
+int OutputEncoding::integerBits() const
+{
+    if (family != Family::IntegerPcm || codecArguments.size() < 2)
+        return 0;
+    return codecArguments.at(1).mid(5, 2).toInt();
+}
+
+QList<int> OutputEncoding::sampleRates() const
+{
+    switch (family) {
+    case Family::Mp3:
+        return {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000};
+    case Family::Aac:
+        return {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200, 96000};
+    case Family::IntegerPcm:
+    case Family::FloatPcm:
+        break;
+    }
+    return {};
+}
+
+int OutputEncoding::maxChannels() const
+{
+    switch (family) {
+    case Family::Mp3:
+        return 2;
+    case Family::Aac:
+        return 8;
+    case Family::IntegerPcm:
+    case Family::FloatPcm:
+        break;
+    }
+    return 0;
+}
 
 OutputEncoding OutputEncoding::resolve(SourceAudioFormat sourceFormat, OutputFormatMode mode,
                                        OutputBitDepth bitDepth, const QString &originalExtension)
 {
     switch (mode) {
     case OutputFormatMode::Wav:
-        return {QStringLiteral("wav"), littleEndianPcm(bitDepth)};
+        return pcm(QStringLiteral("wav"), bitDepth, false);
     case OutputFormatMode::Aiff:
-        return {QStringLiteral("aiff"), bigEndianPcm(bitDepth)};
+        return pcm(QStringLiteral("aiff"), bitDepth, true);
     case OutputFormatMode::Caf:
-        return {QStringLiteral("caf"), bigEndianPcm(bitDepth)};
+        return pcm(QStringLiteral("caf"), bitDepth, true);
     case OutputFormatMode::Mp3:
-        return {QStringLiteral("mp3"), lameV2()};
+        return lameV2();
     case OutputFormatMode::KeepOriginal:
         break;
     }
-
     switch (sourceFormat) {
     case SourceAudioFormat::Wav:
-        return {QStringLiteral("wav"), littleEndianPcm(bitDepth)};
+        return pcm(QStringLiteral("wav"), bitDepth, false);
     case SourceAudioFormat::Aiff:
     case SourceAudioFormat::Aif:
-        return {originalExtension, bigEndianPcm(bitDepth)};
+        return pcm(originalExtension, bitDepth, true);
     case SourceAudioFormat::Mp3:
-        return {QStringLiteral("mp3"), lameV2()};
+        return lameV2();
     case SourceAudioFormat::M4a:
-        return {QStringLiteral("m4a"),
-                {QStringLiteral("-c:a"), QStringLiteral("aac"), QStringLiteral("-b:a"),
-                 QStringLiteral("256k")}};
+        return aac256();
     case SourceAudioFormat::Caf:
-        return {QStringLiteral("caf"), bigEndianPcm(bitDepth)};
+        return pcm(QStringLiteral("caf"), bitDepth, true);
     }
     return {};
 }

@@ -5,19 +5,40 @@
 #include "model/OutputFormatMode.h"
 #include "model/SourceAudioFormat.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
-// The output file's extension and ffmpeg's codec arguments for it.
+// The output file's extension, ffmpeg's codec arguments for it and what the
+// encoder can take.
 struct OutputEncoding
 {
+    enum class Family
+    {
+        IntegerPcm,
+        FloatPcm,
+        Mp3,
+        Aac,
+    };
+
     // Without the dot.
     QString fileExtension;
     // Always begins with "-c:a".
     QStringList codecArguments;
+    Family family = Family::IntegerPcm;
+
+    // Bits per sample of integer PCM; 0 otherwise.
+    int integerBits() const;
+    // The encoder changes the signal beyond its sample format (MP3, AAC).
+    bool isLossy() const { return family == Family::Mp3 || family == Family::Aac; }
+    // The rates the encoder takes; empty when it takes any.
+    QList<int> sampleRates() const;
+    // The most channels the encoder takes; 0 when there is no limit.
+    int maxChannels() const;
 
     // The bit depth applies to PCM only; MP3 is always LAME V2 and AAC 256 kbit/s.
     // Only an AIFF source kept as AIFF keeps its own extension text ("AIF" stays "AIF").
+    // WAV switches to RF64 by itself once it passes 4 GiB.
     static OutputEncoding resolve(SourceAudioFormat sourceFormat, OutputFormatMode mode,
                                   OutputBitDepth bitDepth, const QString &originalExtension);
 

@@ -375,6 +375,38 @@ QString tookTooLongMessage(const QString &fileName)
         .arg(fileName);
 }
 
+QString clippedWarning(const QString &peak, const QString &depth)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Peaks reach %1 dBTP, above full scale: they are "
+                                             "clipped in %2 PCM. Choose 32-bit float to keep them."))
+        .arg(peak, depth);
+}
+
+QString sampleRateChanged(int from, int to, const QString &format)
+{
+    const auto kilohertz = [](int hertz) { return QString::number(hertz / 1000.0); };
+    return translated(QT_TRANSLATE_NOOP("L", "Written at %2 kHz instead of %1 kHz: %3 cannot take "
+                                             "%1 kHz."))
+        .arg(kilohertz(from), kilohertz(to), format);
+}
+
+QString channelsChanged(int from, int to, const QString &format)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Downmixed from %1 channels to %2: %3 takes at "
+                                             "most %2."))
+        .arg(from)
+        .arg(to)
+        .arg(format);
+}
+
+QString installationProblem(const QString &reason)
+{
+    return translated(QT_TRANSLATE_NOOP("L", "Tonbrook\u2019s own ffmpeg is missing or cannot "
+                                             "start (%1). Nothing was processed: reinstall "
+                                             "Tonbrook."))
+        .arg(reason);
+}
+
 QString reportOverAudioRefused(const QString &path)
 {
     return translated(QT_TRANSLATE_NOOP("L", "The report is not written over \u201c%1\u201d: "

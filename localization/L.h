@@ -78,6 +78,13 @@ QString pathTooLongMessage(const QString &fileName);
 QString sourceMissingMessage(const QString &fileName);
 QString sourceUnreadableMessage(const QString &fileName);
 QString tookTooLongMessage(const QString &fileName);
+// A conversion into integer PCM that clipped: the peak ("+2.3") and the depth written ("24-bit").
+QString clippedWarning(const QString &peak, const QString &depth);
+// What the encoder's limits changed, one sentence each.
+QString sampleRateChanged(int from, int to, const QString &format);
+QString channelsChanged(int from, int to, const QString &format);
+// The bundled ffmpeg is missing or cannot start: the installation, not the files.
+QString installationProblem(const QString &reason);
 QString reportOverAudioRefused(const QString &path);
 QString sameFileSkippedMessage(const QString &fileName);
 QString cancelledMessage();

@@ -35,7 +35,7 @@ struct AudioFileItem
     std::optional<QString> errorDetails;
     // The source as it was when `measurement` was taken: a file changed since
     // is measured again before it is written.
-    std::optional<FileStamp> measuredStamp;
+    std::optional<FileStamp> measuredStamp{};
 
     friend bool operator==(const AudioFileItem &, const AudioFileItem &) = default;
 };

@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 extern "C" {
+#include <libavcodec/codec_desc.h>
 #include <libavformat/avformat.h>
 #include <libavutil/dict.h>
 #include <libavutil/log.h>
@@ -61,13 +62,16 @@ std::optional<int> roundedSampleRate(double hertz)
 
 std::optional<int> sampleRate(const QString &path)
 {
+    const auto facts = streamFacts(path);
+    return facts ? std::optional(facts->sampleRate) : std::nullopt;
+}
+
+std::optional<AudioStreamFacts> streamFacts(const QString &path)
+{
     static std::once_flag quiet;
     std::call_once(quiet, [] { av_log_set_level(AV_LOG_QUIET); });
     if (isSomethingOtherThanAFile(path))
         return std::nullopt;
-
-    if (const auto declared = cafDeclaredRate(path))
-        return roundedSampleRate(*declared);
 
     AVFormatContext *context = nullptr;
     AVDictionary *options = nullptr;
@@ -80,25 +84,41 @@ std::optional<int> sampleRate(const QString &path)
     if (opened < 0)
         return std::nullopt;
 
-    const auto firstAudioRate = [context]() -> std::optional<int> {
+    const auto firstAudio = [context]() -> const AVCodecParameters * {
         for (unsigned i = 0; i < context->nb_streams; ++i) {
             const AVCodecParameters *codec = context->streams[i]->codecpar;
             if (codec->codec_type == AVMEDIA_TYPE_AUDIO)
-                return codec->sample_rate;
+                return codec;
         }
-        return std::nullopt;
+        return nullptr;
     };
-    std::optional<int> rate = firstAudioRate();
+    const AVCodecParameters *codec = firstAudio();
     // MPEG audio declares its rate in the frames, not in a header: decode the
     // first few, no more.
-    if (rate && *rate <= 0) {
+    if (codec && (codec->sample_rate <= 0 || codec->ch_layout.nb_channels <= 0)) {
         context->max_analyze_duration = AV_TIME_BASE / 10;
         context->probesize = 64 * 1024;
         if (avformat_find_stream_info(context, nullptr) >= 0)
-            rate = firstAudioRate();
+            codec = firstAudio();
+    }
+    std::optional<AudioStreamFacts> facts;
+    if (codec) {
+        const AVCodecDescriptor *descriptor = avcodec_descriptor_get(codec->codec_id);
+        const bool pcm = codec->codec_id >= AV_CODEC_ID_FIRST_AUDIO &&
+                         codec->codec_id < AV_CODEC_ID_ADPCM_IMA_QT;
+        const bool isFloat = pcm && descriptor && QByteArray(descriptor->name).startsWith("pcm_f");
+        if (const auto rate = roundedSampleRate(codec->sample_rate))
+            facts = AudioStreamFacts{*rate, codec->ch_layout.nb_channels, isFloat,
+                                     pcm ? codec->bits_per_coded_sample : 0};
     }
     avformat_close_input(&context);
-    return rate ? roundedSampleRate(*rate) : std::nullopt;
+    if (facts) {
+        // libavformat truncates CAF's float64 rate.
+        if (const auto declared = cafDeclaredRate(path))
+            if (const auto rate = roundedSampleRate(*declared))
+                facts->sampleRate = *rate;
+    }
+    return facts;
 }
 
 } // namespace AudioMetadata

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/AudioStreamFacts.h"
+
 #include <QString>
 
 #include <optional>
@@ -11,6 +13,10 @@ namespace AudioMetadata {
 // bundled libavformat. Absent for anything unreadable or not audio; never
 // throws. Only the header is read.
 std::optional<int> sampleRate(const QString &path);
+
+// The first audio stream's rate, channel count and sample format, read the
+// same way; absent for anything unreadable or not audio.
+std::optional<AudioStreamFacts> streamFacts(const QString &path);
 
 // True when the path names something that exists and is not a regular file
 // (a pipe, a device, a socket, a folder). Opening a pipe waits for a writer

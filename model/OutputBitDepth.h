@@ -6,16 +6,19 @@
 #include <array>
 #include <optional>
 
-// PCM sample size; lossy outputs ignore it.
+// PCM sample format; lossy outputs ignore it.
 enum class OutputBitDepth
 {
     Bit16 = 16,
     Bit24 = 24,
+    // 32-bit floating point: keeps peaks above full scale.
+    Float32 = 32,
 };
 
 namespace OutputBitDepths {
 
-inline constexpr std::array all{OutputBitDepth::Bit16, OutputBitDepth::Bit24};
+inline constexpr std::array all{OutputBitDepth::Bit16, OutputBitDepth::Bit24,
+                                OutputBitDepth::Float32};
 
 inline int rawValue(OutputBitDepth depth)
 {
@@ -24,15 +27,17 @@ inline int rawValue(OutputBitDepth depth)
 
 inline std::optional<OutputBitDepth> fromRawValue(int bits)
 {
-    return bits == 16   ? std::optional(OutputBitDepth::Bit16)
-           : bits == 24 ? std::optional(OutputBitDepth::Bit24)
-                        : std::nullopt;
+    for (OutputBitDepth depth : all)
+        if (rawValue(depth) == bits)
+            return depth;
+    return std::nullopt;
 }
 
-// "16-bit", "24-bit".
+// "16-bit", "24-bit", "32-bit float".
 inline QString label(OutputBitDepth depth)
 {
-    return QString::number(rawValue(depth)) + QStringLiteral("-bit");
+    return QString::number(rawValue(depth)) + QStringLiteral("-bit") +
+           (depth == OutputBitDepth::Float32 ? QStringLiteral(" float") : QString());
 }
 
 } // namespace OutputBitDepths

@@ -6,7 +6,8 @@
 namespace ProcessingOutcomes {
 
 namespace {
-constexpr RawValueTable<all.size()> raw{u"Success", u"Peak limited", u"Failed", u"Cancelled"};
+constexpr RawValueTable<all.size()> raw{u"Success", u"Peak limited", u"Failed", u"Cancelled",
+                                        u"Clipped"};
 }
 
 QString rawValue(ProcessingOutcome outcome)

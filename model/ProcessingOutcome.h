@@ -12,12 +12,16 @@ enum class ProcessingOutcome
     PeakLimited,
     Failed,
     Cancelled,
+    // Converted without normalising into integer PCM, which clipped peaks
+    // above full scale.
+    Clipped,
 };
 
 namespace ProcessingOutcomes {
 
 inline constexpr std::array all{ProcessingOutcome::Success, ProcessingOutcome::PeakLimited,
-                                ProcessingOutcome::Failed, ProcessingOutcome::Cancelled};
+                                ProcessingOutcome::Failed, ProcessingOutcome::Cancelled,
+                                ProcessingOutcome::Clipped};
 
 // English and fixed: also the report's status column.
 QString rawValue(ProcessingOutcome outcome);

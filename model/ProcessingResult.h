@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/OutputChange.h"
 #include "model/ProcessingOutcome.h"
+
+#include <QList>
 
 #include <QString>
 
 #include <optional>
 
-// What happened to one file. The figures are the plan's predictions, not a
-// measurement of the output; a figure is absent where it does not apply
-// (plain conversion) or is not finite (a silent file).
+// What happened to one file. The figures are measured on the written file
+// wherever it could differ from a prediction (another rate or channel count,
+// a lossy encoder); for PCM at the source's own rate and layout they are the
+// plan's exact predictions. A figure is absent where it does not apply (plain
+// conversion) or is not finite (a silent file).
 struct ProcessingResult
 {
     QString sourceFileName;
@@ -20,6 +25,10 @@ struct ProcessingResult
     std::optional<double> truePeak;
     ProcessingOutcome outcome = ProcessingOutcome::Success;
     std::optional<QString> warningMessage;
+    // What the encoder's limits changed ("Preserve original" at 96 kHz into MP3).
+    QList<OutputChange> changes{};
+    // The figures were measured on the written file, not predicted.
+    bool measured = false;
 
     friend bool operator==(const ProcessingResult &, const ProcessingResult &) = default;
 };

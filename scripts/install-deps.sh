@@ -18,8 +18,9 @@ packages=(
     qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtquick-templates qml6-module-qtqml-workerscript
     qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel qml6-module-qttest
-    # tests: locale sources for the comma-decimal checks, python for independent parsers
-    locales python3
+    # tests: locale sources for the comma-decimal checks, python for independent
+    # parsers, libebur128 as the loudness meter that checks what Tonbrook wrote
+    locales python3 libebur128-dev
     # installing and packaging: validators for the desktop files, the manual
     # page formatter, and what CPack's .deb generator runs
     desktop-file-utils appstream groff-base file dpkg-dev

@@ -13,6 +13,8 @@ TBCard {
     property int fileCount: 0
     property int folderCount: 0
     property string importNotice
+    // The installation cannot run ffmpeg: said once, in place of any work.
+    property string problem
     property bool canAnalyze: false
     property bool isAnalyzing: false
     property bool hasSelection: false
@@ -107,6 +109,15 @@ TBCard {
                     text: root.importNotice
                     color: TBTheme.muted
                     font.pixelSize: 12
+                }
+                Label {
+                    objectName: "installationProblem"
+                    visible: root.problem.length > 0
+                    text: root.problem
+                    color: TBTheme.error
+                    font.pixelSize: 12
+                    wrapMode: Text.Wrap
+                    Layout.fillWidth: true
                 }
             }
             TBPrimaryButton {

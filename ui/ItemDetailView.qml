@@ -13,13 +13,15 @@ TBSheet {
     property string status: "ready"
     property string statusMessage
     property string errorDetails
+    // What the output format's limits changed, a sentence a line.
+    property string changes
     property bool showDetails: false
 
     readonly property bool hasDetails: errorDetails.length > 0
 
     objectName: "itemDetailSheet"
     width: 460
-    height: hasDetails ? 360 : 200
+    height: (hasDetails ? 360 : 200) + (changes.length > 0 ? 40 : 0)
     padding: 18
     onAboutToShow: showDetails = false
 
@@ -50,6 +52,15 @@ TBSheet {
             text: root.status === "warning" || root.status === "failed" ? root.statusMessage : Strings.tr.statusName(root.status)
             font.pixelSize: 13
             color: TBTheme.text
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+        }
+        Label {
+            objectName: "detailChanges"
+            visible: root.changes.length > 0
+            text: root.changes
+            font.pixelSize: 12
+            color: TBTheme.muted
             wrapMode: Text.Wrap
             Layout.fillWidth: true
         }

@@ -24,6 +24,7 @@ ApplicationWindow {
         detailSheet.status = item.status;
         detailSheet.statusMessage = item.statusMessage;
         detailSheet.errorDetails = item.errorDetails;
+        detailSheet.changes = item.changes;
         detailSheet.open();
     }
 
@@ -108,6 +109,7 @@ ApplicationWindow {
                         fileCount: window.viewModel.fileCount
                         folderCount: window.viewModel.folderCount
                         importNotice: window.viewModel.importNotice
+                        problem: window.viewModel.installationProblem
                         canAnalyze: window.viewModel.hasUnanalyzedFiles
                         isAnalyzing: window.viewModel.isAnalyzing
                         hasSelection: window.viewModel.hasSelection

@@ -599,5 +599,21 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>warning: %1</source>
         <translation>предупреждение: %1</translation>
     </message>
+    <message>
+        <source>Peaks reach %1 dBTP, above full scale: they are clipped in %2 PCM. Choose 32-bit float to keep them.</source>
+        <translation>Пики достигают %1 dBTP, выше полной шкалы: в %2 PCM они срезаются. Чтобы сохранить их, выберите 32-bit float.</translation>
+    </message>
+    <message>
+        <source>Written at %2 kHz instead of %1 kHz: %3 cannot take %1 kHz.</source>
+        <translation>Записано с частотой %2 кГц вместо %1 кГц: %3 не поддерживает %1 кГц.</translation>
+    </message>
+    <message>
+        <source>Downmixed from %1 channels to %2: %3 takes at most %2.</source>
+        <translation>Сведено из %1 каналов в %2: %3 поддерживает не больше %2.</translation>
+    </message>
+    <message>
+        <source>Tonbrook’s own ffmpeg is missing or cannot start (%1). Nothing was processed: reinstall Tonbrook.</source>
+        <translation>Встроенный ffmpeg Tonbrook отсутствует или не запускается (%1). Ничего не обработано: переустановите Tonbrook.</translation>
+    </message>
 </context>
 </TS>

@@ -210,7 +210,10 @@ private Q_SLOTS:
         token.cancel();
         analysis.get();
         qInfo("analysis returned %lld ms after cancel", timer.elapsed());
-        QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
+        // Three minutes of audio take seconds to measure: returning within a
+        // second means the child was stopped, whatever else loads the machine.
+        // (How promptly, in milliseconds, is the runner's own figure.)
+        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
     }
 };
 

@@ -12,6 +12,7 @@
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
 #include "model/FileStamp.h"
+#include "model/StandardPath.h"
 
 #include <QDir>
 #include <QFile>
@@ -63,6 +64,8 @@ ProcessingSettings streamingSettings()
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(QList<LoudnessMeasurement>)
 
 class LoudnessProcessingServiceTest : public QObject
 {
@@ -148,8 +151,8 @@ private Q_SLOTS:
         QTest::newRow("conversion to 24-bit wav")
             << false << std::optional<LoudnessMeasurement>() << SampleRateMode::Rate48000 << "wav"
             << pcm24
-            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000")} + pcm24 +
-                QStringList{QStringLiteral("-vn")});
+            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"), QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
+                pcm24 + QStringList{QStringLiteral("-vn")});
         QTest::newRow("normalising to mp3 keeps cover art")
             << true << std::optional(quietFile) << SampleRateMode::Rate44100 << "mp3" << lame
             << (QStringList{QStringLiteral("-af"), filter, QStringLiteral("-ar"),
@@ -159,12 +162,12 @@ private Q_SLOTS:
             << true << std::optional(quietFile) << SampleRateMode::PreserveOriginal << "wav"
             << pcm24
             << (QStringList{QStringLiteral("-af"), filter, QStringLiteral("-ar"),
-                            QStringLiteral("44100")} +
+                            QStringLiteral("44100"), QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
                 pcm24 + QStringList{QStringLiteral("-vn")});
         QTest::newRow("silence converts without a filter")
             << true << std::optional(silentFile) << SampleRateMode::Rate48000 << "wav" << pcm24
-            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000")} + pcm24 +
-                QStringList{QStringLiteral("-vn")});
+            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"), QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
+                pcm24 + QStringList{QStringLiteral("-vn")});
     }
 
     void commandLines()
@@ -177,6 +180,7 @@ private Q_SLOTS:
         QFETCH(QStringList, expectedMiddle);
 
         ProcessingSettings settings = streamingSettings();
+        settings.sampleRateMode = SampleRateMode::PreserveOriginal; // predictions are exact
         settings.normalizeLoudness = normalize;
         settings.sampleRateMode = rateMode;
         const QString destination = m_dir.filePath(QStringLiteral("out/sub/Take 1.") + extension);
@@ -197,7 +201,8 @@ private Q_SLOTS:
                      .hasMatch(),
                  qPrintable(temporary));
         QCOMPARE(contents(destination), QByteArray("new output"));
-        QCOMPARE(m_analyzer->calls(), 0);
+        // The float source converted into integer PCM is measured for peaks above full scale.
+        QCOMPARE(m_analyzer->calls(), normalize ? 0 : 1);
     }
 
     void unreadableSourceRateFallsBackTo48k()
@@ -260,6 +265,7 @@ private Q_SLOTS:
             return measuredNow;
         };
         ProcessingSettings settings = streamingSettings();
+        settings.sampleRateMode = SampleRateMode::PreserveOriginal; // predictions are exact
         settings.normalizeLoudness = normalize;
         const ProcessingResult result = service().process(
             item(stored),
@@ -270,7 +276,8 @@ private Q_SLOTS:
         QCOMPARE(result.outcome, expected.outcome);
         QCOMPARE(result.warningMessage, expected.warningMessage);
         QCOMPARE(result, expected);
-        QCOMPARE(m_analyzer->calls(), normalize && !stored ? 1 : 0);
+        // Converted, the float source is measured for peaks above full scale.
+        QCOMPARE(m_analyzer->calls(), normalize && stored ? 0 : 1);
     }
 
     // What each failure leaves behind: an existing output survives anything short of success.
@@ -440,10 +447,12 @@ private Q_SLOTS:
             return FFmpegResult{};
         };
 
+        ProcessingSettings settings = streamingSettings();
+        settings.sampleRateMode = SampleRateMode::PreserveOriginal;
         const ProcessingResult result = service().process(
             stored, destination,
             {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-            streamingSettings(), CancellationToken());
+            settings, CancellationToken());
         QCOMPARE(m_analyzer->calls(), sourceChanged ? 1 : 0);
         QCOMPARE(result.originalLUFS, sourceChanged ? now.inputI : quietFile.inputI);
         const QString written =
@@ -453,6 +462,66 @@ private Q_SLOTS:
         if (nameTakenMeanwhile)
             QCOMPARE(contents(destination), QByteArray("the user's own"));
         QVERIFY(temporaryFilesBelow(folder + QStringLiteral("/out")).isEmpty());
+    }
+
+    // Another rate (here 44.1 to 48 kHz) makes the prediction an estimate:
+    // the written file is measured and, when it misses, written once more.
+    void writtenFileIsMeasuredWhereItCanDiffer_data()
+    {
+        QTest::addColumn<QList<LoudnessMeasurement>>("written");
+        QTest::addColumn<QString>("secondFilter");
+        QTest::addColumn<double>("gain");
+        QTest::addColumn<ProcessingOutcome>("outcome");
+        const auto m = [](double i, double tp) { return LoudnessMeasurement{i, tp, 3, i - 10, 0}; };
+        using O = ProcessingOutcome;
+        // Planned: 6.5 dB, -14 LUFS, -1.75 dBTP against a -1 dBTP ceiling.
+        QTest::newRow("on target: written once")
+            << QList{m(-14.05, -1.8)} << QString() << 6.5 << O::Success;
+        QTest::newRow("0.6 LU short: raised")
+            << QList{m(-14.6, -2.3), m(-14.02, -1.72)}
+            << QStringLiteral("volume=7.10dB:precision=double") << 7.1 << O::Success;
+        QTest::newRow("over the ceiling: lowered by the overshoot and a margin")
+            << QList{m(-14.0, -0.7), m(-14.5, -1.2)}
+            << QStringLiteral("volume=6.00dB:precision=double") << 6.0 << O::PeakLimited;
+        QTest::newRow("still over after the second: limited, as measured")
+            << QList{m(-14.0, -0.7), m(-14.5, -0.8)}
+            << QStringLiteral("volume=6.00dB:precision=double") << 6.0 << O::PeakLimited;
+    }
+
+    void writtenFileIsMeasuredWhereItCanDiffer()
+    {
+        QFETCH(QList<LoudnessMeasurement>, written);
+        QFETCH(QString, secondFilter);
+        QFETCH(double, gain);
+        QFETCH(ProcessingOutcome, outcome);
+        auto answers = std::make_shared<QList<LoudnessMeasurement>>(written);
+        QStringList measured;
+        m_analyzer->respond = [answers, &measured](const QString &path, const CancellationToken &) {
+            measured.append(path);
+            return answers->takeFirst();
+        };
+        const QString destination =
+            m_dir.filePath(QStringLiteral("verified/%1/Take 1.wav")
+                               .arg(QLatin1StringView(QTest::currentDataTag())));
+        const ProcessingResult result = service().process(
+            item(quietFile), destination,
+            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
+            streamingSettings(), CancellationToken());
+
+        QCOMPARE(measured.size(), written.size());
+        for (const QString &path : std::as_const(measured))
+            QVERIFY2(fileNameOf(path).startsWith(PartFile::prefix), qPrintable(path));
+        QCOMPARE(m_runner->calls().size(), written.size());
+        if (!secondFilter.isEmpty()) {
+            const QStringList second = m_runner->calls().last().arguments;
+            QCOMPARE(second.at(second.indexOf(QStringLiteral("-af")) + 1), secondFilter);
+        }
+        QVERIFY(result.measured);
+        QCOMPARE(result.finalLUFS, std::optional(written.last().inputI));
+        QCOMPARE(result.truePeak, std::optional(written.last().inputTP));
+        QCOMPARE(result.appliedGain, std::optional(gain));
+        QCOMPARE(result.outcome, outcome);
+        QCOMPARE(contents(destination), QByteArray("new output"));
     }
 
     void sourceGoneIsSaidSo()

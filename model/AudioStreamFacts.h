@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+// What a source's first audio stream is, as its container declares it.
+struct AudioStreamFacts
+{
+    int sampleRate = 0;
+    int channels = 0;
+    // Floating-point samples (32- or 64-bit PCM), which may hold peaks above full scale.
+    bool isFloat = false;
+    // Bits per sample of PCM; 0 for a compressed stream, whose decoder gives float.
+    int bits = 0;
+
+    friend bool operator==(const AudioStreamFacts &, const AudioStreamFacts &) = default;
+};
