@@ -52,6 +52,8 @@ constexpr double loudnessTolerance = 0.1;
 // Kept below the ceiling on a second rendering after the first overshot it:
 // an encoder does not land on the same peak twice.
 constexpr double peakMargin = 0.2;
+// Written files measured off the plan are written again at most this often.
+constexpr int maxCorrections = 2;
 
 // Cover art rides along unchanged where the container can hold it; elsewhere
 // it is dropped, since this build has no encoder to convert it with.
@@ -221,28 +223,43 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     render(commandLine(item.sourceURL, filter.text, shape, encoding), *part, cancellation);
 
     // Another rate or layout, or a lossy encoder, makes the prediction an
-    // estimate: the written file is measured, and written once more with the
-    // gain corrected by what it missed.
+    // estimate: the written file is measured and, where it misses the plan or
+    // passes the ceiling, written again with the gain corrected by what it
+    // missed. An encoder is not quite linear in level (LAME keeps or drops
+    // detail by absolute thresholds), so a second correction may follow, scaled
+    // by how the first one moved the loudness.
     if (filter.kind != GainFilter::Kind::None && shape.differsFrom(source, encoding)) {
         const double ceiling = settings.truePeakCeiling;
         LoudnessMeasurement written = measure(part->path(), settings, cancellation);
         double gain = plan.gain;
-        if (std::abs(written.inputI - plan.expectedLUFS) > loudnessTolerance ||
-            written.inputTP > ceiling) {
-            double correction = plan.expectedLUFS - written.inputI;
-            const double peakAfter = written.inputTP + correction;
+        std::optional<std::pair<double, double>> before; // gain, loudness
+        for (int correction = 0; correction < maxCorrections; ++correction) {
+            const bool missed = std::abs(written.inputI - plan.expectedLUFS) > loudnessTolerance;
+            if (!missed && written.inputTP <= ceiling)
+                break;
+            double step = plan.expectedLUFS - written.inputI;
+            if (before && gain != before->first) {
+                const double slope = (written.inputI - before->second) / (gain - before->first);
+                if (slope > 0.5 && slope < 2)
+                    step /= slope;
+            }
+            const double peakAfter = written.inputTP + step;
             if (peakAfter > ceiling) {
                 const double cut = peakAfter - ceiling + peakMargin;
-                correction -= cut;
+                step -= cut;
                 limited = limited || cut > loudnessTolerance;
             }
             // As written on the command line.
-            gain = std::round((gain + correction) * 100) / 100;
-            auto second = std::make_unique<PartFile>(destination);
-            render(commandLine(item.sourceURL, volumeFilter(gain), shape, encoding), *second,
+            const double next = std::round((gain + step) * 100) / 100;
+            if (next == gain)
+                break;
+            before = std::pair(gain, written.inputI);
+            gain = next;
+            auto again = std::make_unique<PartFile>(destination);
+            render(commandLine(item.sourceURL, volumeFilter(gain), shape, encoding), *again,
                    cancellation);
-            written = measure(second->path(), settings, cancellation);
-            part = std::move(second);
+            written = measure(again->path(), settings, cancellation);
+            part = std::move(again);
         }
         result.finalLUFS = finiteOrAbsent(written.inputI);
         result.truePeak = finiteOrAbsent(written.inputTP);

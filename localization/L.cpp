@@ -704,7 +704,8 @@ QString cliSampleRateOption()
 
 QString cliBitDepthOption()
 {
-    return translated(QT_TRANSLATE_NOOP("L", "Bit depth of PCM output: 16 or 24 (default 24)."));
+    return translated(QT_TRANSLATE_NOOP(
+        "L", "Bit depth of PCM output: 16, 24 or 32 (32-bit float) (default 24)."));
 }
 
 QString cliPrefixOption()

@@ -27,6 +27,11 @@ public:
     static ProcessingStatus done() { return {Kind::Done, {}}; }
     static ProcessingStatus cancelled() { return {Kind::Cancelled, {}}; }
 
+    // A new item's: ready.
+    ProcessingStatus()
+        : ProcessingStatus(Kind::Ready, {})
+    {}
+
     Kind kind() const { return m_kind; }
     // Empty for the kinds without a message.
     const QString &message() const { return m_message; }

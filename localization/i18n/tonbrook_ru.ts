@@ -450,8 +450,8 @@ Choose an output folder outside the source.</source>
         <translation>Частота дискретизации: preserveOriginal, rate44100, rate48000.</translation>
     </message>
     <message>
-        <source>Bit depth of PCM output: 16 or 24 (default 24).</source>
-        <translation>Битность PCM-вывода: 16 или 24 (по умолчанию 24).</translation>
+        <source>Bit depth of PCM output: 16, 24 or 32 (32-bit float) (default 24).</source>
+        <translation>Битность PCM-вывода: 16, 24 или 32 (32 бита с плавающей точкой) (по умолчанию 24).</translation>
     </message>
     <message>
         <source>Put this text before every output file name.</source>

@@ -483,9 +483,12 @@ private Q_SLOTS:
         QTest::newRow("over the ceiling: lowered by the overshoot and a margin")
             << QList{m(-14.0, -0.7), m(-14.5, -1.2)}
             << QStringLiteral("volume=6.00dB:precision=double") << 6.0 << O::PeakLimited;
-        QTest::newRow("still over after the second: limited, as measured")
-            << QList{m(-14.0, -0.7), m(-14.5, -0.8)}
-            << QStringLiteral("volume=6.00dB:precision=double") << 6.0 << O::PeakLimited;
+        QTest::newRow("a second correction at most; still over: limited, as measured")
+            << QList{m(-14.0, -0.7), m(-14.5, -0.8), m(-14.9, -0.9)}
+            << QStringLiteral("volume=5.60dB:precision=double") << 5.6 << O::PeakLimited;
+        QTest::newRow("the second correction scaled by the encoder's response")
+            << QList{m(-14.6, -2.3), m(-13.8, -1.5), m(-14.03, -1.73)}
+            << QStringLiteral("volume=6.95dB:precision=double") << 6.95 << O::Success;
     }
 
     void writtenFileIsMeasuredWhereItCanDiffer()
