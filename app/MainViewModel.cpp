@@ -821,14 +821,15 @@ void MainViewModel::setReportError(std::optional<QString> error)
 
 void MainViewModel::stopForInstallationFault(const QString &reason)
 {
+    // Said first: whoever watches the run stopping must already know why.
+    if (assign(m_installationProblem, std::optional(L::installationProblem(reason))))
+        Q_EMIT installationProblemChanged();
     m_processingCancellation->cancel();
     stopAnalysis();
     if (m_screenState == AppScreenState::Processing) {
         setScreenState(AppScreenState::Idle);
         setCurrentFileName(std::nullopt);
     }
-    if (assign(m_installationProblem, std::optional(L::installationProblem(reason))))
-        Q_EMIT installationProblemChanged();
 }
 
 QStringList MainViewModel::changeTexts(const ProcessingResult &result, const QString &format)

@@ -16,10 +16,12 @@
 #include "model/StandardPath.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cmath>
+#include <map>
 
 using Segment = TestAudio::Segment;
 
@@ -151,6 +153,77 @@ private Q_SLOTS:
             QVERIFY2(std::abs(out->integratedLUFS - in->integratedLUFS) <= 0.2,
                      qPrintable(figures));
         }
+    }
+
+    // A float source with peaks above full scale, converted without
+    // normalising: integer PCM clips and says so; 32-bit float keeps them.
+    void peaksAboveFullScale_data()
+    {
+        QTest::addColumn<OutputBitDepth>("depth");
+        QTest::newRow("24-bit") << OutputBitDepth::Bit24;
+        QTest::newRow("32-bit float") << OutputBitDepth::Float32;
+    }
+
+    void peaksAboveFullScale()
+    {
+        QFETCH(OutputBitDepth, depth);
+        const QString path = m_dir.filePath(QStringLiteral("hot.wav"));
+        QVERIFY(TestAudio::writeWav(path, 48000, 2, {Segment::sine(4, 2, 440)}));
+        ProcessingSettings settings;
+        settings.normalizeLoudness = false;
+        settings.bitDepth = depth;
+        AudioFileItem item;
+        item.sourceURL = path;
+        item.sourceFormat = SourceAudioFormat::Wav;
+        const QString destination =
+            m_dir.filePath(QStringLiteral("hot/%1.wav").arg(OutputBitDepths::rawValue(depth)));
+        const ProcessingResult result = m_service.process(
+            item, destination,
+            OutputEncoding::resolve(SourceAudioFormat::Wav, OutputFormatMode::Wav, depth,
+                                    QStringLiteral("wav")),
+            settings, CancellationToken());
+        const auto out = IndependentMeter::read(destination, TestEnvironment::ffmpegPath());
+        QVERIFY(out);
+        if (depth == OutputBitDepth::Float32) {
+            QCOMPARE(result.outcome, ProcessingOutcome::Success);
+            QVERIFY2(out->truePeakDBTP > 3.5, qPrintable(QString::number(out->truePeakDBTP)));
+        } else {
+            QCOMPARE(result.outcome, ProcessingOutcome::Clipped);
+            QVERIFY(result.warningMessage && result.warningMessage->contains(QStringLiteral("+4.")));
+            QVERIFY2(out->truePeakDBTP < 1, qPrintable(QString::number(out->truePeakDBTP)));
+        }
+    }
+
+    // A tone at -96 dBFS into 16 bits: dithered, its error is noise around
+    // the tone, not the 0/-1 staircase of truncation.
+    void ditherAtLowLevel()
+    {
+        const QString path = m_dir.filePath(QStringLiteral("faint.wav"));
+        QVERIFY(TestAudio::writeWav(path, 48000, 1, {Segment::sine(-96, 2, 1000)}));
+        ProcessingSettings settings;
+        settings.normalizeLoudness = false;
+        settings.bitDepth = OutputBitDepth::Bit16;
+        AudioFileItem item;
+        item.sourceURL = path;
+        item.sourceFormat = SourceAudioFormat::Wav;
+        const QString destination = m_dir.filePath(QStringLiteral("faint/16.wav"));
+        m_service.process(item, destination,
+                          OutputEncoding::resolve(SourceAudioFormat::Wav, OutputFormatMode::Wav,
+                                                  OutputBitDepth::Bit16, QStringLiteral("wav")),
+                          settings, CancellationToken());
+        QFile file(destination);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray wav = file.readAll();
+        const qsizetype data = wav.indexOf("data");
+        QVERIFY(data > 0);
+        std::map<int, int> counts;
+        for (qsizetype i = data + 8; i + 1 < wav.size(); i += 2)
+            ++counts[static_cast<qint16>(static_cast<quint8>(wav[i]) |
+                                         (static_cast<quint8>(wav[i + 1]) << 8))];
+        QVERIFY2(counts.size() >= 3, qPrintable(QString::number(counts.size())));
+        // Symmetric around zero: as many +1 as -1 (within 10 %).
+        QVERIFY2(std::abs(counts[1] - counts[-1]) < 0.1 * std::max(counts[1], counts[-1]),
+                 qPrintable(QStringLiteral("%1 %2").arg(counts[1]).arg(counts[-1])));
     }
 };
 

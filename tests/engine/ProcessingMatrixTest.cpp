@@ -191,7 +191,6 @@ struct Worst
     QStringList volumeWhy;
     int unfiltered = 0;
     int outputs = 0;
-    int expectedFailures = 0;
 };
 
 } // namespace
@@ -287,9 +286,8 @@ private Q_SLOTS:
     {
         for (const auto &[index, path] : m_paths)
             QCOMPARE(digest(path), m_digests[index]);
-        qInfo("outputs %d (+%d expected failures); loudnorm linear %d, dynamic %d; volume %d (%s); "
-              "no filter %d",
-              m_worst.outputs, m_worst.expectedFailures, m_worst.loudnormLinear,
+        qInfo("outputs %d; loudnorm linear %d, dynamic %d; volume %d (%s); no filter %d",
+              m_worst.outputs, m_worst.loudnormLinear,
               m_worst.loudnormDynamic, m_worst.volume, qPrintable(m_worst.volumeWhy.join(u", ")),
               m_worst.unfiltered);
         qInfo("worst |I - finalLUFS| %.3f LU (%s); highest TP - ceiling %+.3f dB (%s); "
@@ -426,33 +424,23 @@ private Q_SLOTS:
         const QString outFolder = m_dir.filePath(QStringLiteral("out/%1").arg(index));
         const QString destination =
             outFolder + QStringLiteral("/%1.%2").arg(first ? 1 : 2).arg(encoding.fileExtension);
-        const int expectedRate = SampleRateModes::fixedRate(c.rateMode).value_or(input.rate);
+        // LAME stops at 48 kHz: "preserve original" keeps as close as it can.
+        int expectedRate = SampleRateModes::fixedRate(c.rateMode).value_or(input.rate);
+        if (encoding.fileExtension == u"mp3" && expectedRate > 48000)
+            expectedRate = 48000;
         m_runner->takeRuns();
-
-        // LAME stops at 48 kHz: keeping a 96 kHz source's rate in MP3 cannot work.
-        const bool lameCannot = encoding.fileExtension == u"mp3" && expectedRate > 48000;
-        ProcessingResult result;
-        try {
-            result = m_service.process(item, destination, encoding, settings, CancellationToken());
-            QVERIFY2(!lameCannot, "a 96 kHz MP3 was expected to fail");
-        } catch (const ProcessingError &error) {
-            QVERIFY2(lameCannot && error.kind() == ProcessingError::Kind::FFmpegFailed,
-                     qPrintable(error.describe().right(600)));
-            QVERIFY(!QFile::exists(destination));
-            QVERIFY(QDir(outFolder)
-                        .entryList({QStringLiteral(".tbpart-*")}, QDir::Files | QDir::Hidden)
-                        .isEmpty());
-            ++m_worst.expectedFailures;
-            return;
-        }
+        const ProcessingResult result =
+            m_service.process(item, destination, encoding, settings, CancellationToken());
         ++m_worst.outputs;
         QCOMPARE(digest(path), m_digests[index]);
         QVERIFY(QDir(outFolder)
                     .entryList({QStringLiteral(".tbpart-*")}, QDir::Files | QDir::Hidden)
                     .isEmpty());
 
+        // The rendering first; measurements and corrected renderings of the
+        // written file may follow where it could differ from the plan.
         const QList<RecordingRunner::Run> runs = m_runner->takeRuns();
-        QCOMPARE(runs.size(), 1);
+        QVERIFY(!runs.isEmpty());
         noteFilter(QString::fromLatin1(QTest::currentDataTag()), runs.constFirst());
 
         const auto probe = MediaProbe::read(destination);
