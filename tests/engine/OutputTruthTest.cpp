@@ -17,6 +17,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -194,12 +195,18 @@ private Q_SLOTS:
         }
     }
 
-    // A tone at -96 dBFS into 16 bits: dithered, its error is noise around
-    // the tone, not the 0/-1 staircase of truncation.
+    // A 24-bit tone at -96 dBFS into 16 bits: dithered, its error is noise
+    // around the tone, not the 0/-1 staircase of dropping the low byte.
     void ditherAtLowLevel()
     {
+        const QString floating = m_dir.filePath(QStringLiteral("faint float.wav"));
         const QString path = m_dir.filePath(QStringLiteral("faint.wav"));
-        QVERIFY(TestAudio::writeWav(path, 48000, 1, {Segment::sine(-96, 2, 1000)}));
+        QVERIFY(TestAudio::writeWav(floating, 48000, 1, {Segment::sine(-96, 2, 1000)}));
+        QCOMPARE(QProcess::execute(TestEnvironment::ffmpegPath(),
+                                   {QStringLiteral("-v"), QStringLiteral("error"),
+                                    QStringLiteral("-i"), floating, QStringLiteral("-c:a"),
+                                    QStringLiteral("pcm_s24le"), path}),
+                 0);
         ProcessingSettings settings;
         settings.normalizeLoudness = false;
         settings.bitDepth = OutputBitDepth::Bit16;
