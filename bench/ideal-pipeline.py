@@ -3,15 +3,16 @@
 """The yardstick for batch throughput.
 
 For every file, the same two ffmpeg runs Tonbrook makes (measure; then one
-static gain to -16 LUFS / -1 dBTP written as 24-bit WAV), three at a time, and
-nothing else: no import, no queue, no hidden file, no report. Plain threads
+static gain to -16 LUFS / -1 dBTP written as 24-bit WAV, dithered, or with
+--mp3 as LAME V2), three at a time, and nothing else: no import, no queue, no
+hidden file, no report, and no measurement of what was written. Plain threads
 start the children and read loudnorm's numbers in-process, so the script adds
 as little as a script can.
 
 Two orders: "chain" measures and writes each file before taking the next;
 "phased" measures every file, then writes every file (Tonbrook's order).
 
-usage: ideal-pipeline.py FFMPEG OUTDIR {chain,phased} FILE...
+usage: ideal-pipeline.py FFMPEG OUTDIR {chain,phased} [--mp3] FILE...
 """
 
 import concurrent.futures
@@ -29,7 +30,7 @@ def measure(ffmpeg, path):
     return json.loads(text[text.rindex("{"):text.rindex("}") + 1])
 
 
-def write(ffmpeg, out, path, numbers):
+def write(ffmpeg, out, path, numbers, mp3=False):
     measured_range = float(numbers["input_lra"]) or 0.01
     target_range = min(max(measured_range, 7.0), 50.0)
     # One static gain: lowered where the peak would pass the ceiling, as
@@ -39,20 +40,27 @@ def write(ffmpeg, out, path, numbers):
             f":measured_LRA={measured_range:.2f}:measured_TP={numbers['input_tp']}"
             f":measured_thresh={numbers['input_thresh']}:offset={numbers['target_offset']}"
             ":linear=true:print_format=summary")
-    subprocess.run([ffmpeg, "-y", "-hide_banner", "-nostats", "-i", path, "-af", gain, "-ar", "48000",
-                    "-c:a", "pcm_s24le", "-vn", os.path.join(out, os.path.basename(path))],
-                   capture_output=True, check=True)
+    name = os.path.basename(path)
+    if mp3:
+        encoding = ["-c:a", "libmp3lame", "-q:a", "2", "-c:v", "copy"]
+        name = os.path.splitext(name)[0] + ".mp3"
+    else:
+        encoding = ["-dither_method", "triangular", "-c:a", "pcm_s24le", "-rf64", "auto", "-vn"]
+    subprocess.run([ffmpeg, "-y", "-hide_banner", "-nostats", "-i", path, "-af", gain, "-ar", "48000"]
+                   + encoding + [os.path.join(out, name)], capture_output=True, check=True)
 
 
 def main():
     ffmpeg, out, order, files = sys.argv[1], sys.argv[2], sys.argv[3], sys.argv[4:]
+    mp3 = files[:1] == ["--mp3"]
+    files = files[1:] if mp3 else files
     os.makedirs(out, exist_ok=True)
     with concurrent.futures.ThreadPoolExecutor(max_workers=3) as pool:
         if order == "chain":
-            list(pool.map(lambda path: write(ffmpeg, out, path, measure(ffmpeg, path)), files))
+            list(pool.map(lambda path: write(ffmpeg, out, path, measure(ffmpeg, path), mp3), files))
         else:
             measured = list(pool.map(lambda path: measure(ffmpeg, path), files))
-            list(pool.map(lambda job: write(ffmpeg, out, *job), zip(files, measured)))
+            list(pool.map(lambda job: write(ffmpeg, out, *job, mp3), zip(files, measured)))
 
 
 if __name__ == "__main__":

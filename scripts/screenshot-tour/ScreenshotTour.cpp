@@ -95,6 +95,9 @@ public:
                                 limited ? ProcessingOutcome::PeakLimited
                                         : ProcessingOutcome::Success,
                                 {}};
+        // A high-rate source kept as MP3: the encoder's limit is said.
+        if (name.endsWith(QStringLiteral(".mp3")))
+            result.changes = {{OutputChange::Kind::SampleRate, 96000, 48000}};
         if (limited)
             result.warningMessage =
                 QStringLiteral("Target %1 \u2192 could not reach target without exceeding the "
@@ -257,6 +260,14 @@ int main(int argc, char *argv[])
             details->setProperty("showDetails", true);
         shoot(window, name("10-item-details-open"));
         QMetaObject::invokeMethod(details, "close");
+
+        for (const AudioFileItem &item : vm.queue())
+            if (item.result && !item.result->changes.isEmpty())
+                QMetaObject::invokeMethod(window, "openDetails",
+                                          Q_ARG(QVariant, item.id.toString(QUuid::WithoutBraces)));
+        settle(200);
+        shoot(window, name("15-item-details-changes"));
+        QMetaObject::invokeMethod(find(window, "itemDetailSheet"), "close");
 
         QObject *about = find(window, "aboutSheet");
         QMetaObject::invokeMethod(about, "open");
