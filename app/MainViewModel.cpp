@@ -653,11 +653,11 @@ void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const 
                 item.measuredLUFS = output.result->originalLUFS;
             item.errorDetails.reset();
             const ProcessingOutcome outcome = output.result->outcome;
-            item.status = outcome == ProcessingOutcome::PeakLimited ||
-                                  outcome == ProcessingOutcome::Clipped
-                              ? ProcessingStatus::warning(output.result->warningMessage.value_or(
-                                    ProcessingOutcomes::rawValue(outcome)))
-                              : ProcessingStatus::done();
+            item.status =
+                outcome == ProcessingOutcome::PeakLimited || outcome == ProcessingOutcome::Clipped
+                    ? ProcessingStatus::warning(output.result->warningMessage.value_or(
+                          ProcessingOutcomes::rawValue(outcome)))
+                    : ProcessingStatus::done();
             return;
         }
         // Whatever a job ends with once the user has cancelled is a

@@ -67,8 +67,8 @@ class MainViewModel : public QObject
     Q_PROPERTY(QString importNotice READ importNoticeText NOTIFY importNoticeChanged)
     Q_PROPERTY(QString outputWarning READ outputWarningText NOTIFY outputWarningChanged)
     Q_PROPERTY(QString reportError READ reportErrorText NOTIFY reportErrorChanged)
-    Q_PROPERTY(QString installationProblem READ installationProblemText NOTIFY
-                   installationProblemChanged)
+    Q_PROPERTY(
+        QString installationProblem READ installationProblemText NOTIFY installationProblemChanged)
     Q_PROPERTY(int processedCount READ processedCount NOTIFY processingProgressChanged)
     Q_PROPERTY(int runTotal READ runTotal NOTIFY processingProgressChanged)
     Q_PROPERTY(QString currentFileName READ currentFileNameText NOTIFY processingProgressChanged)

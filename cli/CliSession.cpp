@@ -49,13 +49,13 @@ QJsonArray changes(const ProcessingResult &result)
     QJsonArray list;
     for (qsizetype i = 0; i < result.changes.size(); ++i) {
         const OutputChange &change = result.changes.at(i);
-        list.append(QJsonObject{
-            {QStringLiteral("what"), change.kind == OutputChange::Kind::SampleRate
-                                         ? QStringLiteral("sampleRate")
-                                         : QStringLiteral("channels")},
-            {QStringLiteral("from"), change.from},
-            {QStringLiteral("to"), change.to},
-            {QStringLiteral("why"), sentences.value(i)}});
+        list.append(
+            QJsonObject{{QStringLiteral("what"), change.kind == OutputChange::Kind::SampleRate
+                                                     ? QStringLiteral("sampleRate")
+                                                     : QStringLiteral("channels")},
+                        {QStringLiteral("from"), change.from},
+                        {QStringLiteral("to"), change.to},
+                        {QStringLiteral("why"), sentences.value(i)}});
     }
     return list;
 }

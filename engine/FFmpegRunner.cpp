@@ -77,8 +77,8 @@ struct Pipe
     }
 };
 
-// Everything the child needs, made before the fork: between fork and exec a
-// child of a threaded process may only make system calls.
+// Everything the child needs, made before the fork: between vfork and exec
+// the child may only make system calls.
 struct LaunchPlan
 {
     QByteArray program;
@@ -113,14 +113,15 @@ struct LaunchPlan
     // then stops its children on purpose, rather than killing ffmpeg behind
     // its back (a measurement cut short would read as a damaged file).
     ::setpgid(0, 0);
-    // The signals that matter at their defaults and none blocked, whatever
-    // the application did with its own, so that one SIGTERM always reaches
-    // ffmpeg's handler.
+    // Every signal at its default and none blocked, whatever the application
+    // did with its own: no handler of Tonbrook's may run in this child, which
+    // shares its memory until exec, and one SIGTERM always reaches ffmpeg's.
     struct sigaction defaults
     {};
     defaults.sa_handler = SIG_DFL;
-    for (int signal : {SIGTERM, SIGINT, SIGQUIT, SIGHUP, SIGPIPE, SIGCHLD, SIGUSR1, SIGUSR2})
-        ::sigaction(signal, &defaults, nullptr);
+    for (int signal = 1; signal < NSIG; ++signal)
+        if (signal != SIGKILL && signal != SIGSTOP)
+            ::sigaction(signal, &defaults, nullptr);
     sigset_t none;
     sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -144,11 +145,19 @@ pid_t spawn(const QString &binaryPath, const QStringList &arguments, int stdoutF
 {
     const LaunchPlan plan(binaryPath, arguments);
     Pipe execError = Pipe::make();
-    const pid_t pid = ::fork();
-    if (pid < 0)
-        throw FFmpegError::launchFailed(systemErrorText(errno));
+    // vfork, as posix_spawn does: no copy of a large process's page tables
+    // for every run. Signals stay blocked until the child has reset them.
+    sigset_t all;
+    sigset_t previous;
+    sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &previous);
+    const pid_t pid = ::vfork();
     if (pid == 0)
         becomeFFmpeg(plan, stdoutFd, stderrFd, execError.write.get());
+    const int forkError = errno;
+    ::pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+    if (pid < 0)
+        throw FFmpegError::launchFailed(systemErrorText(forkError));
     execError.write.reset();
     int error = 0;
     ssize_t got;

@@ -37,7 +37,8 @@ OutputShape OutputShape::decide(const AudioStreamFacts &source, const OutputEnco
                                 SampleRateMode mode, bool gainApplied)
 {
     OutputShape shape;
-    const int sourceRate = source.sampleRate > 0 ? source.sampleRate : SampleRateModes::fallbackRate;
+    const int sourceRate =
+        source.sampleRate > 0 ? source.sampleRate : SampleRateModes::fallbackRate;
     shape.sampleRate = SampleRateModes::fixedRate(mode).value_or(sourceRate);
     const QList<int> taken = encoding.sampleRates();
     if (!taken.isEmpty() && !taken.contains(shape.sampleRate)) {

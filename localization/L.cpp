@@ -377,8 +377,9 @@ QString tookTooLongMessage(const QString &fileName)
 
 QString clippedWarning(const QString &peak, const QString &depth)
 {
-    return translated(QT_TRANSLATE_NOOP("L", "Peaks reach %1 dBTP, above full scale: they are "
-                                             "clipped in %2 PCM. Choose 32-bit float to keep them."))
+    return translated(QT_TRANSLATE_NOOP("L",
+                                        "Peaks reach %1 dBTP, above full scale: they are "
+                                        "clipped in %2 PCM. Choose 32-bit float to keep them."))
         .arg(peak, depth);
 }
 

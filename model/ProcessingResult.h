@@ -5,7 +5,6 @@
 #include "model/ProcessingOutcome.h"
 
 #include <QList>
-
 #include <QString>
 
 #include <optional>

@@ -151,7 +151,8 @@ private Q_SLOTS:
         QTest::newRow("conversion to 24-bit wav")
             << false << std::optional<LoudnessMeasurement>() << SampleRateMode::Rate48000 << "wav"
             << pcm24
-            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"), QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
+            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"),
+                            QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
                 pcm24 + QStringList{QStringLiteral("-vn")});
         QTest::newRow("normalising to mp3 keeps cover art")
             << true << std::optional(quietFile) << SampleRateMode::Rate44100 << "mp3" << lame
@@ -162,11 +163,13 @@ private Q_SLOTS:
             << true << std::optional(quietFile) << SampleRateMode::PreserveOriginal << "wav"
             << pcm24
             << (QStringList{QStringLiteral("-af"), filter, QStringLiteral("-ar"),
-                            QStringLiteral("44100"), QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
+                            QStringLiteral("44100"), QStringLiteral("-dither_method"),
+                            QStringLiteral("triangular")} +
                 pcm24 + QStringList{QStringLiteral("-vn")});
         QTest::newRow("silence converts without a filter")
             << true << std::optional(silentFile) << SampleRateMode::Rate48000 << "wav" << pcm24
-            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"), QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
+            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"),
+                            QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
                 pcm24 + QStringList{QStringLiteral("-vn")});
     }
 

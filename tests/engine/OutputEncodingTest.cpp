@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/OutputEncoding.h"
+
 #include "engine/OutputShape.h"
 
 #include <QTest>
@@ -32,17 +33,16 @@ private Q_SLOTS:
                                 << args("-c:a pcm_s24le -rf64 auto");
         QTest::newRow("wav float") << S::Wav << "wav" << M::Wav << D::Float32 << "wav"
                                    << args("-c:a pcm_f32le -rf64 auto");
-        QTest::newRow("aiff float") << S::Wav << "wav" << M::Aiff << D::Float32 << "aiff"
-                                    << args("-c:a pcm_f32be");
+        QTest::newRow("aiff float")
+            << S::Wav << "wav" << M::Aiff << D::Float32 << "aiff" << args("-c:a pcm_f32be");
         QTest::newRow("aiff 16") << S::Wav << "wav" << M::Aiff << D::Bit16 << "aiff"
                                  << args("-c:a pcm_s16be");
         QTest::newRow("caf is big-endian")
             << S::Wav << "wav" << M::Caf << D::Bit24 << "caf" << args("-c:a pcm_s24be");
         QTest::newRow("mp3 ignores bit depth")
             << S::Wav << "wav" << M::Mp3 << D::Bit24 << "mp3" << args("-c:a libmp3lame -q:a 2");
-        QTest::newRow("kept WAV is lower-cased")
-            << S::Wav << "WAV" << M::KeepOriginal << D::Bit16 << "wav"
-            << args("-c:a pcm_s16le -rf64 auto");
+        QTest::newRow("kept WAV is lower-cased") << S::Wav << "WAV" << M::KeepOriginal << D::Bit16
+                                                 << "wav" << args("-c:a pcm_s16le -rf64 auto");
         QTest::newRow("kept AIF keeps its spelling")
             << S::Aif << "AIF" << M::KeepOriginal << D::Bit24 << "AIF" << args("-c:a pcm_s24be");
         QTest::newRow("kept aiff")

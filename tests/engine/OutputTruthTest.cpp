@@ -40,8 +40,8 @@ class OutputTruthTest : public QObject
     QTemporaryDir m_dir;
     std::shared_ptr<FFmpegRunner> m_runner =
         std::make_shared<FFmpegRunner>(TestEnvironment::ffmpegPath());
-    LoudnessProcessingService m_service{
-        m_runner, std::make_shared<LoudnessAnalysisService>(m_runner)};
+    LoudnessProcessingService m_service{m_runner,
+                                        std::make_shared<LoudnessAnalysisService>(m_runner)};
 
     // Noise, then a tone that sits above 22 kHz where the rate allows, so
     // that a lower output rate loses real energy. The two are within a few LU
@@ -53,9 +53,9 @@ class OutputTruthTest : public QObject
         const QString wav = stem + QStringLiteral(".wav");
         if (!QFileInfo::exists(wav)) {
             QDir().mkpath(QFileInfo(wav).path());
-            if (!TestAudio::writeWav(wav, rate, channels,
-                                     {Segment::noise(-20, 3),
-                                      Segment::sine(-17, 2, rate > 60000 ? 30000 : 3000)}))
+            if (!TestAudio::writeWav(
+                    wav, rate, channels,
+                    {Segment::noise(-20, 3), Segment::sine(-17, 2, rate > 60000 ? 30000 : 3000)}))
                 return {};
         }
         if (extension == u"wav")
@@ -77,8 +77,10 @@ private Q_SLOTS:
         QTest::addColumn<bool>("normalize");
 
         const QList<std::pair<const char *, OutputFormatMode>> formats{
-            {"wav", OutputFormatMode::Wav},   {"aiff", OutputFormatMode::Aiff},
-            {"caf", OutputFormatMode::Caf},   {"mp3", OutputFormatMode::Mp3},
+            {"wav", OutputFormatMode::Wav},
+            {"aiff", OutputFormatMode::Aiff},
+            {"caf", OutputFormatMode::Caf},
+            {"mp3", OutputFormatMode::Mp3},
             {"m4a", OutputFormatMode::KeepOriginal}};
         for (const bool normalize : {true, false})
             for (const auto &[name, mode] : formats)
@@ -115,10 +117,12 @@ private Q_SLOTS:
         item.sourceURL = path;
         item.relativePath = fileNameOf(path);
         item.sourceFormat = format;
-        const QString destination = m_dir.filePath(QStringLiteral("out/%1.%2")
-                                                       .arg(QLatin1StringView(QTest::currentDataTag()))
-                                                       .arg(encoding.fileExtension))
-                                        .replace(u' ', u'_');
+        const QString destination =
+            m_dir
+                .filePath(QStringLiteral("out/%1.%2")
+                              .arg(QLatin1StringView(QTest::currentDataTag()))
+                              .arg(encoding.fileExtension))
+                .replace(u' ', u'_');
         QDir().mkpath(QFileInfo(destination).path());
 
         const ProcessingResult result =
@@ -145,8 +149,7 @@ private Q_SLOTS:
                 QVERIFY2(std::abs(out->integratedLUFS - target) <= 0.2, qPrintable(figures));
             else
                 QVERIFY2(out->integratedLUFS < target, qPrintable(figures));
-            QVERIFY2(std::abs(*result.finalLUFS - out->integratedLUFS) <= 0.1,
-                     qPrintable(figures));
+            QVERIFY2(std::abs(*result.finalLUFS - out->integratedLUFS) <= 0.1, qPrintable(figures));
             QVERIFY2(std::abs(*result.truePeak - out->truePeakDBTP) <= 0.1 + (mp3 ? 0.3 : 0),
                      qPrintable(figures));
         } else if (result.changes.isEmpty() && !encoding.isLossy()) {
@@ -178,11 +181,11 @@ private Q_SLOTS:
         item.sourceFormat = SourceAudioFormat::Wav;
         const QString destination =
             m_dir.filePath(QStringLiteral("hot/%1.wav").arg(OutputBitDepths::rawValue(depth)));
-        const ProcessingResult result = m_service.process(
-            item, destination,
-            OutputEncoding::resolve(SourceAudioFormat::Wav, OutputFormatMode::Wav, depth,
-                                    QStringLiteral("wav")),
-            settings, CancellationToken());
+        const ProcessingResult result =
+            m_service.process(item, destination,
+                              OutputEncoding::resolve(SourceAudioFormat::Wav, OutputFormatMode::Wav,
+                                                      depth, QStringLiteral("wav")),
+                              settings, CancellationToken());
         const auto out = IndependentMeter::read(destination, TestEnvironment::ffmpegPath());
         QVERIFY(out);
         if (depth == OutputBitDepth::Float32) {
@@ -190,7 +193,8 @@ private Q_SLOTS:
             QVERIFY2(out->truePeakDBTP > 3.5, qPrintable(QString::number(out->truePeakDBTP)));
         } else {
             QCOMPARE(result.outcome, ProcessingOutcome::Clipped);
-            QVERIFY(result.warningMessage && result.warningMessage->contains(QStringLiteral("+4.")));
+            QVERIFY(result.warningMessage &&
+                    result.warningMessage->contains(QStringLiteral("+4.")));
             QVERIFY2(out->truePeakDBTP < 1, qPrintable(QString::number(out->truePeakDBTP)));
         }
     }

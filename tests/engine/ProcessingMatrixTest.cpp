@@ -287,9 +287,8 @@ private Q_SLOTS:
         for (const auto &[index, path] : m_paths)
             QCOMPARE(digest(path), m_digests[index]);
         qInfo("outputs %d; loudnorm linear %d, dynamic %d; volume %d (%s); no filter %d",
-              m_worst.outputs, m_worst.loudnormLinear,
-              m_worst.loudnormDynamic, m_worst.volume, qPrintable(m_worst.volumeWhy.join(u", ")),
-              m_worst.unfiltered);
+              m_worst.outputs, m_worst.loudnormLinear, m_worst.loudnormDynamic, m_worst.volume,
+              qPrintable(m_worst.volumeWhy.join(u", ")), m_worst.unfiltered);
         qInfo("worst |I - finalLUFS| %.3f LU (%s); highest TP - ceiling %+.3f dB (%s); "
               "worst |dLRA| %.3f LU; worst |dTP - dI| %.3f dB PCM, %.3f dB MP3/AAC",
               m_worst.loudness, qPrintable(m_worst.loudnessWhere), m_worst.peakOverCeiling,

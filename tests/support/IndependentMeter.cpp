@@ -16,11 +16,10 @@ std::optional<IndependentMeter> IndependentMeter::read(const QString &path,
     if (!probe || probe->sampleRate <= 0 || probe->channels <= 0)
         return std::nullopt;
     QProcess decoder;
-    decoder.start(ffmpegPath,
-                  {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
-                   QStringLiteral("-map"), QStringLiteral("0:a:0"), QStringLiteral("-f"),
-                   QStringLiteral("wav"), QStringLiteral("-c:a"), QStringLiteral("pcm_f32le"),
-                   QStringLiteral("-")});
+    decoder.start(ffmpegPath, {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"),
+                               path, QStringLiteral("-map"), QStringLiteral("0:a:0"),
+                               QStringLiteral("-f"), QStringLiteral("wav"), QStringLiteral("-c:a"),
+                               QStringLiteral("pcm_f32le"), QStringLiteral("-")});
     if (!decoder.waitForFinished(120000) || decoder.exitCode() != 0)
         return std::nullopt;
     // A WAV on a pipe: the samples follow the data chunk's header.
