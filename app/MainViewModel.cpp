@@ -839,6 +839,8 @@ QStringList MainViewModel::changeTexts(const ProcessingResult &result, const QSt
         texts.append(change.kind == OutputChange::Kind::SampleRate
                          ? L::sampleRateChanged(change.from, change.to, format)
                          : L::channelsChanged(change.from, change.to, format));
+    if (!result.notKept.isEmpty())
+        texts.append(L::notKept(result.notKept, format));
     return texts;
 }
 

@@ -343,7 +343,8 @@ void CliSession::printJson()
                             {QStringLiteral("outcome"), ProcessingOutcomes::rawValue(r->outcome)},
                             {QStringLiteral("warningMessage"), text(r->warningMessage)},
                             {QStringLiteral("measured"), r->measured},
-                            {QStringLiteral("changes"), changes(*r)}});
+                            {QStringLiteral("changes"), changes(*r)},
+                            {QStringLiteral("notKept"), QJsonArray::fromStringList(r->notKept)}});
         } else {
             object.insert(QStringLiteral("result"), QJsonValue());
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/LoudnessProcessingService.h"
 
+#include "engine/BuildInfo.h"
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegError.h"
 #include "engine/FFmpegRunning.h"
@@ -13,6 +14,7 @@
 #include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
+#include "engine/WavChunks.h"
 #include "localization/L.h"
 #include "model/AudioMetadata.h"
 #include "model/FileStamp.h"
@@ -77,6 +79,20 @@ QStringList commandLine(const QString &source, const QString &filter, const Outp
     return arguments;
 }
 
+QStringList copyCommandLine(const QString &source, const OutputEncoding &encoding)
+{
+    QStringList arguments{QStringLiteral("-y"),
+                          QStringLiteral("-hide_banner"),
+                          QStringLiteral("-nostats"),
+                          QStringLiteral("-i"),
+                          source,
+                          QStringLiteral("-c:a"),
+                          QStringLiteral("copy")};
+    if (encoding.fileExtension.toLower() == u"wav")
+        arguments << QStringLiteral("-rf64") << QStringLiteral("auto");
+    return arguments << pictureArguments(encoding);
+}
+
 QString volumeFilter(double gain)
 {
     return QStringLiteral("volume=") + NumberFormat::fixed(gain, 2) +
@@ -106,6 +122,76 @@ void checkSourceReadable(const QString &source)
     throw ProcessingError::sourceUnreadable(systemErrorAt(errno, source));
 }
 
+// Tags a new gain makes wrong: players would apply them on top of it.
+const QStringList &gainTags()
+{
+    static const QStringList tags{QStringLiteral("REPLAYGAIN_TRACK_GAIN"),
+                                  QStringLiteral("REPLAYGAIN_TRACK_PEAK"),
+                                  QStringLiteral("REPLAYGAIN_ALBUM_GAIN"),
+                                  QStringLiteral("REPLAYGAIN_ALBUM_PEAK"),
+                                  QStringLiteral("R128_TRACK_GAIN"),
+                                  QStringLiteral("R128_ALBUM_GAIN"),
+                                  QStringLiteral("iTunNORM")};
+    return tags;
+}
+
+// What a written file keeps of its source beyond the audio.
+struct Keeping
+{
+    // ffmpeg's options: bext fields, tags removed, AIFF tags in an ID3 chunk.
+    QStringList arguments;
+    // Appended to a written WAV: iXML, markers, loops.
+    QList<WavChunks::Chunk> chunks;
+    // What the output format cannot carry.
+    QStringList notKept;
+};
+
+// "A=PCM,F=44100,W=24,M=stereo,T=Tonbrook 0.2; -23.0 LUFS", as coding
+// histories are written (EBU R 98).
+QString historyLine(const OutputShape &shape, const OutputEncoding &encoding,
+                    const ProcessingSettings &settings)
+{
+    const int bits =
+        encoding.family == OutputEncoding::Family::FloatPcm ? 32 : encoding.integerBits();
+    const QString mode = shape.channels == 1   ? QStringLiteral("mono")
+                         : shape.channels == 2 ? QStringLiteral("stereo")
+                                               : QStringLiteral("multichannel");
+    return QStringLiteral("A=PCM,F=%1,W=%2,M=%3,T=Tonbrook %4; %5")
+        .arg(shape.sampleRate)
+        .arg(bits)
+        .arg(mode, QLatin1StringView(BuildInfo::version),
+             settings.normalizeLoudness
+                 ? NumberFormat::fixed(settings.effectiveTargetLUFS(), 1) + QStringLiteral(" LUFS")
+                 : QStringLiteral("converted"));
+}
+
+Keeping keeping(const QString &source, const AudioStreamFacts &facts,
+                const OutputEncoding &encoding, const OutputShape &shape,
+                const ProcessingSettings &settings, bool gainApplied)
+{
+    Keeping keep;
+    const QString extension = encoding.fileExtension.toLower();
+    if (const auto wav = WavChunks::read(source)) {
+        if (wav->isDamaged()) {
+            keep.notKept = {QStringLiteral("damaged")};
+        } else if (extension == u"wav") {
+            if (const auto bext = wav->bext())
+                keep.arguments << WavChunks::bextArguments(*bext, facts.sampleRate,
+                                                           shape.sampleRate,
+                                                           historyLine(shape, encoding, settings));
+            keep.chunks = wav->carried(facts.sampleRate, shape.sampleRate);
+        } else {
+            keep.notKept = wav->kinds();
+        }
+    }
+    if (extension == u"aiff" || extension == u"aif")
+        keep.arguments << QStringLiteral("-write_id3v2") << QStringLiteral("1");
+    if (gainApplied)
+        for (const QString &tag : gainTags())
+            keep.arguments << QStringLiteral("-metadata") << tag + u'=';
+    return keep;
+}
+
 QString describeAnyError(const std::exception &error)
 {
     if (const auto *engineError = dynamic_cast<const EngineError *>(&error))
@@ -122,7 +208,8 @@ LoudnessProcessingService::LoudnessProcessingService(
 {}
 
 void LoudnessProcessingService::render(const QStringList &arguments, const PartFile &part,
-                                       const CancellationToken &cancellation) const
+                                       const CancellationToken &cancellation,
+                                       const QList<WavChunks::Chunk> &chunks) const
 {
     const FFmpegResult result = m_runner->run(QStringList(arguments) << part.path(), cancellation);
     // Checked first: a run stopped on purpose may still have exited cleanly.
@@ -130,6 +217,8 @@ void LoudnessProcessingService::render(const QStringList &arguments, const PartF
         throw ProcessingError::cancelled();
     if (result.exitCode != 0)
         throw ProcessingError::ffmpegFailed(result.exitCode, result.standardError);
+    if (!WavChunks::append(part.path(), chunks))
+        throw ProcessingError::writeFailed(systemErrorAt(EIO, part.path()));
 }
 
 LoudnessMeasurement LoudnessProcessingService::measure(const QString &path,
@@ -154,7 +243,7 @@ LoudnessMeasurement LoudnessProcessingService::measure(const QString &path,
 
 ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
                                                     const QString &destination,
-                                                    const OutputEncoding &encoding,
+                                                    const OutputEncoding &requested,
                                                     const ProcessingSettings &settings,
                                                     const CancellationToken &cancellation) const
 {
@@ -168,6 +257,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
 
     checkSourceReadable(item.sourceURL);
     const AudioStreamFacts source = sourceFacts(item.sourceURL);
+    const OutputEncoding encoding = requested.forSource(source.codec, source.bits);
 
     ProcessingResult result;
     result.sourceFileName = fileName(item.sourceURL);
@@ -176,7 +266,9 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     if (!settings.normalizeLoudness) {
         const OutputShape shape =
             OutputShape::decide(source, encoding, settings.sampleRateMode, false);
+        const Keeping keep = keeping(item.sourceURL, source, encoding, shape, settings, false);
         result.changes = shape.changes;
+        result.notKept = keep.notKept;
         // Floating-point samples may go past full scale, which integer PCM
         // cannot hold: find out before, so that the clipping is said.
         std::optional<double> overs;
@@ -185,9 +277,15 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
             if (std::isfinite(peak) && peak > 0)
                 overs = peak;
         }
+        // Nothing changes the audio: it is copied, not encoded again.
+        const bool copy = encoding.copies(source.codec) && shape.sampleRate == source.sampleRate &&
+                          !shape.downmixed;
         createParentDirectory(destination);
         PartFile part(destination);
-        render(commandLine(item.sourceURL, {}, shape, encoding), part, cancellation);
+        render((copy ? copyCommandLine(item.sourceURL, encoding)
+                     : commandLine(item.sourceURL, {}, shape, encoding))
+                   << keep.arguments,
+               part, cancellation, keep.chunks);
         result.outputFileName = fileName(part.moveIntoPlace());
         if (overs) {
             result.outcome = ProcessingOutcome::Clipped;
@@ -211,7 +309,10 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     const GainFilter filter = GainFilter::choose(measurement, plan, settings.truePeakCeiling);
     const OutputShape shape = OutputShape::decide(source, encoding, settings.sampleRateMode,
                                                   filter.kind != GainFilter::Kind::None);
+    const Keeping keep = keeping(item.sourceURL, source, encoding, shape, settings,
+                                 filter.kind != GainFilter::Kind::None);
     result.changes = shape.changes;
+    result.notKept = keep.notKept;
     result.originalLUFS = finiteOrAbsent(measurement.inputI);
     result.finalLUFS = finiteOrAbsent(plan.expectedLUFS);
     result.appliedGain = plan.gain;
@@ -220,7 +321,8 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
 
     createParentDirectory(destination);
     auto part = std::make_unique<PartFile>(destination);
-    render(commandLine(item.sourceURL, filter.text, shape, encoding), *part, cancellation);
+    render(commandLine(item.sourceURL, filter.text, shape, encoding) << keep.arguments, *part,
+           cancellation, keep.chunks);
 
     // Another rate or layout, or a lossy encoder, makes the prediction an
     // estimate: the written file is measured and, where it misses the plan or
@@ -256,8 +358,9 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
             before = std::pair(gain, written.inputI);
             gain = next;
             auto again = std::make_unique<PartFile>(destination);
-            render(commandLine(item.sourceURL, volumeFilter(gain), shape, encoding), *again,
-                   cancellation);
+            render(commandLine(item.sourceURL, volumeFilter(gain), shape, encoding)
+                       << keep.arguments,
+                   *again, cancellation, keep.chunks);
             written = measure(again->path(), settings, cancellation);
             part = std::move(again);
         }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/LoudnessProcessing.h"
+#include "engine/WavChunks.h"
 
 #include <QStringList>
 
@@ -25,9 +26,10 @@ public:
                              const CancellationToken &cancellation) const override;
 
 private:
-    // Runs ffmpeg into the hidden file; throws ProcessingError when it fails or is cancelled.
+    // Runs ffmpeg into the hidden file, then appends the chunks it cannot
+    // write itself; throws ProcessingError when it fails or is cancelled.
     void render(const QStringList &arguments, const PartFile &part,
-                const CancellationToken &cancellation) const;
+                const CancellationToken &cancellation, const QList<WavChunks::Chunk> &chunks) const;
     // The analysis pass, its failures as ProcessingError (a time-out as itself).
     LoudnessMeasurement measure(const QString &path, const ProcessingSettings &settings,
                                 const CancellationToken &cancellation) const;

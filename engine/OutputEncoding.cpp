@@ -48,9 +48,34 @@ OutputEncoding aac256()
 
 int OutputEncoding::integerBits() const
 {
+    if (family == Family::Alac)
+        return codecArguments.contains(QStringLiteral("s16p")) ? 16 : 24;
     if (family != Family::IntegerPcm || codecArguments.size() < 2)
         return 0;
     return codecArguments.at(1).mid(5, 2).toInt();
+}
+
+QString OutputEncoding::codec() const
+{
+    const QString name = codecArguments.value(1);
+    return name == u"libmp3lame" ? QStringLiteral("mp3") : name;
+}
+
+OutputEncoding OutputEncoding::forSource(const QString &sourceCodec, int sourceBits) const
+{
+    if (family != Family::Aac || sourceCodec != u"alac")
+        return *this;
+    return {fileExtension,
+            {QStringLiteral("-c:a"), QStringLiteral("alac"), QStringLiteral("-sample_fmt"),
+             // An unknown depth is kept as 24 bits: never fewer than the source had.
+             sourceBits == 16 ? QStringLiteral("s16p") : QStringLiteral("s32p")},
+            Family::Alac};
+}
+
+bool OutputEncoding::copies(const QString &sourceCodec) const
+{
+    return !sourceCodec.isEmpty() &&
+           (sourceCodec == codec() || (family == Family::Mp3 && sourceCodec == u"mp3float"));
 }
 
 QList<int> OutputEncoding::sampleRates() const
@@ -62,6 +87,7 @@ QList<int> OutputEncoding::sampleRates() const
         return {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200, 96000};
     case Family::IntegerPcm:
     case Family::FloatPcm:
+    case Family::Alac:
         break;
     }
     return {};
@@ -73,6 +99,7 @@ int OutputEncoding::maxChannels() const
     case Family::Mp3:
         return 2;
     case Family::Aac:
+    case Family::Alac:
         return 8;
     case Family::IntegerPcm:
     case Family::FloatPcm:

@@ -19,6 +19,7 @@ struct OutputEncoding
         FloatPcm,
         Mp3,
         Aac,
+        Alac,
     };
 
     // Without the dot.
@@ -27,8 +28,10 @@ struct OutputEncoding
     QStringList codecArguments;
     Family family = Family::IntegerPcm;
 
-    // Bits per sample of integer PCM; 0 otherwise.
+    // Bits per sample of integer PCM (and of ALAC, which holds integers); 0 otherwise.
     int integerBits() const;
+    // ffmpeg's name of the codec written ("pcm_s24le", "mp3", "aac", "alac").
+    QString codec() const;
     // The encoder changes the signal beyond its sample format (MP3, AAC).
     bool isLossy() const { return family == Family::Mp3 || family == Family::Aac; }
     // The rates the encoder takes; empty when it takes any.
@@ -41,6 +44,13 @@ struct OutputEncoding
     // WAV switches to RF64 by itself once it passes 4 GiB.
     static OutputEncoding resolve(SourceAudioFormat sourceFormat, OutputFormatMode mode,
                                   OutputBitDepth bitDepth, const QString &originalExtension);
+
+    // This encoding for the stream actually found: lossless stays lossless
+    // (an M4A kept as it is holds ALAC when its source does, at its depth).
+    OutputEncoding forSource(const QString &sourceCodec, int sourceBits) const;
+    // Plain stream copy ("-c:a copy") where the source's audio is already
+    // what this encoding would write.
+    bool copies(const QString &sourceCodec) const;
 
     friend bool operator==(const OutputEncoding &, const OutputEncoding &) = default;
 };

@@ -400,6 +400,22 @@ QString channelsChanged(int from, int to, const QString &format)
         .arg(format);
 }
 
+QString notKept(const QStringList &kinds, const QString &format)
+{
+    if (kinds.contains(QStringLiteral("damaged")))
+        return translated(QT_TRANSLATE_NOOP("L", "The source's chunk list is damaged: its "
+                                                 "timecode, markers and other chunks were not "
+                                                 "carried over."));
+    QStringList names;
+    for (const QString &kind : kinds)
+        names.append(kind == u"bext"      ? translated(QT_TRANSLATE_NOOP("L", "timecode (bext)"))
+                     : kind == u"markers" ? translated(QT_TRANSLATE_NOOP("L", "markers"))
+                     : kind == u"loops"   ? translated(QT_TRANSLATE_NOOP("L", "loops"))
+                                          : kind);
+    return translated(QT_TRANSLATE_NOOP("L", "Not kept in %1: %2."))
+        .arg(format, names.join(QStringLiteral(", ")));
+}
+
 QString installationProblem(const QString &reason)
 {
     return translated(QT_TRANSLATE_NOOP("L", "Tonbrook\u2019s own ffmpeg is missing or cannot "

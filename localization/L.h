@@ -83,6 +83,9 @@ QString clippedWarning(const QString &peak, const QString &depth);
 // What the encoder's limits changed, one sentence each.
 QString sampleRateChanged(int from, int to, const QString &format);
 QString channelsChanged(int from, int to, const QString &format);
+// What the source carried that the output format drops ("bext", "iXML", "markers",
+// "loops"), or "damaged" for a chunk list that could not be read.
+QString notKept(const QStringList &kinds, const QString &format);
 // The bundled ffmpeg is missing or cannot start: the installation, not the files.
 QString installationProblem(const QString &reason);
 QString reportOverAudioRefused(const QString &path);

@@ -107,9 +107,19 @@ std::optional<AudioStreamFacts> streamFacts(const QString &path)
         const bool pcm = codec->codec_id >= AV_CODEC_ID_FIRST_AUDIO &&
                          codec->codec_id < AV_CODEC_ID_ADPCM_IMA_QT;
         const bool isFloat = pcm && descriptor && QByteArray(descriptor->name).startsWith("pcm_f");
+        const bool lossless = codec->codec_id == AV_CODEC_ID_ALAC;
+        // ALAC's depth is in its configuration (after the 12-byte atom
+        // header where the container keeps one); the header may not say it.
+        int losslessBits = codec->bits_per_raw_sample;
+        if (lossless && losslessBits == 0 && codec->extradata_size >= 24)
+            losslessBits = codec->extradata[codec->extradata_size >= 36 ? 17 : 5];
         if (const auto rate = roundedSampleRate(codec->sample_rate))
-            facts = AudioStreamFacts{*rate, codec->ch_layout.nb_channels, isFloat,
-                                     pcm ? codec->bits_per_coded_sample : 0};
+            facts =
+                AudioStreamFacts{*rate, codec->ch_layout.nb_channels, isFloat,
+                                 pcm        ? codec->bits_per_coded_sample
+                                 : lossless ? losslessBits
+                                            : 0,
+                                 descriptor ? QString::fromLatin1(descriptor->name) : QString()};
     }
     avformat_close_input(&context);
     if (facts) {

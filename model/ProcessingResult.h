@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -26,6 +27,10 @@ struct ProcessingResult
     std::optional<QString> warningMessage;
     // What the encoder's limits changed ("Preserve original" at 96 kHz into MP3).
     QList<OutputChange> changes{};
+    // What the source carried that the output format cannot ("iXML",
+    // "markers", "loops", "bext"), or "damaged" when the source's chunk list
+    // could not be read and only what ffmpeg reads was kept.
+    QStringList notKept{};
     // The figures were measured on the written file, not predicted.
     bool measured = false;
 

@@ -615,5 +615,25 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Tonbrook’s own ffmpeg is missing or cannot start (%1). Nothing was processed: reinstall Tonbrook.</source>
         <translation>Встроенный ffmpeg Tonbrook отсутствует или не запускается (%1). Ничего не обработано: переустановите Tonbrook.</translation>
     </message>
+    <message>
+        <source>The source&apos;s chunk list is damaged: its timecode, markers and other chunks were not carried over.</source>
+        <translation>Список блоков исходного файла повреждён: тайм-код, маркеры и другие блоки не перенесены.</translation>
+    </message>
+    <message>
+        <source>timecode (bext)</source>
+        <translation>тайм-код (bext)</translation>
+    </message>
+    <message>
+        <source>markers</source>
+        <translation>маркеры</translation>
+    </message>
+    <message>
+        <source>loops</source>
+        <translation>петли</translation>
+    </message>
+    <message>
+        <source>Not kept in %1: %2.</source>
+        <translation>Не сохранено в %1: %2.</translation>
+    </message>
 </context>
 </TS>

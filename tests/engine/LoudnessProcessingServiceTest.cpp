@@ -192,6 +192,12 @@ private Q_SLOTS:
 
         QStringList arguments = lastArguments();
         const QString temporary = arguments.takeLast();
+        // Tags a gain makes wrong are cleared, after everything else, whenever one is applied.
+        const qsizetype clearing = arguments.indexOf(QStringLiteral("-metadata"));
+        const QStringList cleared = clearing < 0 ? QStringList() : arguments.mid(clearing);
+        arguments = arguments.first(clearing < 0 ? arguments.size() : clearing);
+        QCOMPARE(cleared.contains(QStringLiteral("REPLAYGAIN_TRACK_GAIN=")),
+                 arguments.contains(QStringLiteral("-af")));
         QCOMPARE(arguments,
                  QStringList({QStringLiteral("-y"), QStringLiteral("-hide_banner"),
                               QStringLiteral("-nostats"), QStringLiteral("-i"), m_source}) +

@@ -43,7 +43,7 @@ configure_flags=(
     --enable-decoder=mp1,mp1float,mp2,mp2float,mp3,mp3float,aac,alac,adpcm_ima_qt
     --enable-decoder=mjpeg,png
     --enable-parser=mpegaudio,aac
-    --enable-encoder=pcm_s16le,pcm_s24le,pcm_s16be,pcm_s24be,pcm_f32le,pcm_f32be,libmp3lame,aac
+    --enable-encoder=pcm_s16le,pcm_s24le,pcm_s16be,pcm_s24be,pcm_f32le,pcm_f32be,libmp3lame,aac,alac
     # The measuring pass writes to the null muxer; a file with cover art maps
     # the picture there too, and the null muxer takes video only as wrapped frames.
     --enable-encoder=wrapped_avframe
