@@ -186,9 +186,13 @@ Keeping keeping(const QString &source, const AudioStreamFacts &facts,
     }
     if (extension == u"aiff" || extension == u"aif")
         keep.arguments << QStringLiteral("-write_id3v2") << QStringLiteral("1");
-    if (gainApplied)
+    if (gainApplied) {
         for (const QString &tag : gainTags())
             keep.arguments << QStringLiteral("-metadata") << tag + u'=';
+        // The LAME header's own copy of the source's ReplayGain (our patch 0003).
+        if (encoding.family == OutputEncoding::Family::Mp3)
+            keep.arguments << QStringLiteral("-write_replaygain") << QStringLiteral("0");
+    }
     return keep;
 }
 
