@@ -26,6 +26,7 @@
 #include <cmath>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <unistd.h>
 #include <utility>
 
@@ -140,8 +141,8 @@ struct Keeping
 {
     // ffmpeg's options: bext fields, tags removed, AIFF tags in an ID3 chunk.
     QStringList arguments;
-    // Appended to a written WAV: iXML, markers, loops.
-    QList<WavChunks::Chunk> chunks;
+    // Appended to the written file: iXML, markers and loops to a WAV, markers to AIFF or CAF.
+    std::function<bool(const QString &)> finish = [](const QString &) { return true; };
     // What the output format cannot carry.
     QStringList notKept;
 };
@@ -179,9 +180,20 @@ Keeping keeping(const QString &source, const AudioStreamFacts &facts,
                 keep.arguments << WavChunks::bextArguments(*bext, facts.sampleRate,
                                                            shape.sampleRate,
                                                            historyLine(shape, encoding, settings));
-            keep.chunks = wav->carried(facts.sampleRate, shape.sampleRate);
+            keep.finish = [chunks = wav->carried(facts.sampleRate, shape.sampleRate)](
+                              const QString &path) { return WavChunks::append(path, chunks); };
         } else {
             keep.notKept = wav->kinds();
+            // AIFF and CAF have markers of their own.
+            const auto markers = wav->markers(facts.sampleRate, shape.sampleRate);
+            const bool aiff = extension == u"aiff" || extension == u"aif";
+            if ((aiff || extension == u"caf") && !markers.isEmpty()) {
+                keep.notKept.removeAll(QStringLiteral("markers"));
+                keep.finish = [markers, aiff](const QString &path) {
+                    return aiff ? WavChunks::appendAiffMarkers(path, markers)
+                                : WavChunks::appendCafMarkers(path, markers);
+                };
+            }
         }
     }
     if (extension == u"aiff" || extension == u"aif")
@@ -213,7 +225,7 @@ LoudnessProcessingService::LoudnessProcessingService(
 
 void LoudnessProcessingService::render(const QStringList &arguments, const PartFile &part,
                                        const CancellationToken &cancellation,
-                                       const QList<WavChunks::Chunk> &chunks) const
+                                       const std::function<bool(const QString &)> &finish) const
 {
     const FFmpegResult result = m_runner->run(QStringList(arguments) << part.path(), cancellation);
     // Checked first: a run stopped on purpose may still have exited cleanly.
@@ -221,7 +233,7 @@ void LoudnessProcessingService::render(const QStringList &arguments, const PartF
         throw ProcessingError::cancelled();
     if (result.exitCode != 0)
         throw ProcessingError::ffmpegFailed(result.exitCode, result.standardError);
-    if (!WavChunks::append(part.path(), chunks))
+    if (!finish(part.path()))
         throw ProcessingError::writeFailed(systemErrorAt(EIO, part.path()));
 }
 
@@ -289,7 +301,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
         render((copy ? copyCommandLine(item.sourceURL, encoding)
                      : commandLine(item.sourceURL, {}, shape, encoding))
                    << keep.arguments,
-               part, cancellation, keep.chunks);
+               part, cancellation, keep.finish);
         result.outputFileName = fileName(part.moveIntoPlace());
         if (overs) {
             result.outcome = ProcessingOutcome::Clipped;
@@ -326,7 +338,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     createParentDirectory(destination);
     auto part = std::make_unique<PartFile>(destination);
     render(commandLine(item.sourceURL, filter.text, shape, encoding) << keep.arguments, *part,
-           cancellation, keep.chunks);
+           cancellation, keep.finish);
 
     // Another rate or layout, or a lossy encoder, makes the prediction an
     // estimate: the written file is measured and, where it misses the plan or
@@ -364,7 +376,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
             auto again = std::make_unique<PartFile>(destination);
             render(commandLine(item.sourceURL, volumeFilter(gain), shape, encoding)
                        << keep.arguments,
-                   *again, cancellation, keep.chunks);
+                   *again, cancellation, keep.finish);
             written = measure(again->path(), settings, cancellation);
             part = std::move(again);
         }

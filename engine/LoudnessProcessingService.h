@@ -2,10 +2,10 @@
 #pragma once
 
 #include "engine/LoudnessProcessing.h"
-#include "engine/WavChunks.h"
 
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class FFmpegRunning;
@@ -26,10 +26,12 @@ public:
                              const CancellationToken &cancellation) const override;
 
 private:
-    // Runs ffmpeg into the hidden file, then appends the chunks it cannot
-    // write itself; throws ProcessingError when it fails or is cancelled.
+    // Runs ffmpeg into the hidden file, then `finish` on it (what ffmpeg
+    // cannot write: chunks, markers); throws ProcessingError when either
+    // fails or the run is cancelled.
     void render(const QStringList &arguments, const PartFile &part,
-                const CancellationToken &cancellation, const QList<WavChunks::Chunk> &chunks) const;
+                const CancellationToken &cancellation,
+                const std::function<bool(const QString &)> &finish) const;
     // The analysis pass, its failures as ProcessingError (a time-out as itself).
     LoudnessMeasurement measure(const QString &path, const ProcessingSettings &settings,
                                 const CancellationToken &cancellation) const;

@@ -6,6 +6,7 @@
 #include <QtEndian>
 
 #include <cmath>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -136,6 +137,32 @@ bool isAdtl(const WavChunks::Chunk &chunk)
     return chunk.id == "LIST" && chunk.body.startsWith("adtl");
 }
 
+QByteArray bigEndian32(quint32 value)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+QByteArray bigEndian64(quint64 value)
+{
+    QByteArray bytes(8, '\0');
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+// Writes the bytes at the end of the file; false, with the file as it was, when that fails.
+bool appendBytes(const File &file, const QByteArray &bytes, qint64 &end)
+{
+    end = file.size();
+    if (end < 0 || !file.writeAt(end, bytes.constData(), bytes.size())) {
+        if (end >= 0) [[maybe_unused]]
+            const int undone = ::ftruncate(file.fd(), end);
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 std::optional<WavChunks> WavChunks::read(const QString &path)
@@ -227,6 +254,94 @@ QStringList WavChunks::kinds() const
             note("loops");
     }
     return kinds;
+}
+
+QList<WavChunks::Marker> WavChunks::markers(int fromRate, int toRate) const
+{
+    const double ratio = fromRate > 0 && toRate > 0 ? double(toRate) / fromRate : 1.0;
+    QList<Marker> markers;
+    for (const Chunk &chunk : m_chunks) {
+        if (chunk.id != "cue " || chunk.body.size() < 4)
+            continue;
+        const quint32 count = u32(chunk.body, 0);
+        for (quint32 i = 0; i < count && 4 + (i + 1) * 24 <= quint64(chunk.body.size()); ++i)
+            markers.append(
+                {u32(chunk.body, 4 + i * 24), scaled(u32(chunk.body, 4 + i * 24 + 4), ratio), {}});
+    }
+    for (const Chunk &chunk : m_chunks) {
+        if (!isAdtl(chunk))
+            continue;
+        for (qsizetype at = 4; at + 8 <= chunk.body.size();) {
+            const quint32 size = u32(chunk.body, at + 4);
+            if (chunk.body.mid(at, 4) == "labl" && size >= 4 &&
+                quint64(at) + 8 + size <= quint64(chunk.body.size())) {
+                const quint32 id = u32(chunk.body, at + 8);
+                for (Marker &marker : markers)
+                    if (marker.id == id)
+                        marker.name = field(chunk.body, at + 12, size - 4);
+            }
+            at += 8 + size + (size & 1);
+        }
+    }
+    return markers;
+}
+
+bool WavChunks::appendAiffMarkers(const QString &path, const QList<Marker> &markers)
+{
+    if (markers.isEmpty())
+        return true;
+    const File file(path, O_RDWR);
+    QByteArray header(12, '\0');
+    if (!file.isOpen() || !file.readAt(0, header.data(), 12) || !header.startsWith("FORM") ||
+        (header.mid(8, 4) != "AIFF" && header.mid(8, 4) != "AIFC"))
+        return false;
+    QByteArray body(2, '\0');
+    qToBigEndian(quint16(markers.size()), body.data());
+    for (qsizetype i = 0; i < markers.size(); ++i) {
+        QByteArray id(2, '\0');
+        qToBigEndian(quint16(i + 1), id.data()); // AIFF marker ids are positive and small
+        const QByteArray name = markers[i].name.left(255);
+        QByteArray pstring = char(name.size()) + name;
+        if (pstring.size() & 1)
+            pstring.append('\0');
+        body += id + bigEndian32(quint32(markers[i].position)) + pstring;
+    }
+    QByteArray chunk = "MARK" + bigEndian32(quint32(body.size())) + body;
+    qint64 end = 0;
+    if (file.size() & 1)
+        chunk.prepend('\0');
+    if (!appendBytes(file, chunk, end))
+        return false;
+    return file.writeAt(4, bigEndian32(quint32(end + chunk.size() - 8)).constData(), 4);
+}
+
+bool WavChunks::appendCafMarkers(const QString &path, const QList<Marker> &markers)
+{
+    if (markers.isEmpty())
+        return true;
+    const File file(path, O_RDWR);
+    QByteArray header(8, '\0');
+    if (!file.isOpen() || !file.readAt(0, header.data(), 8) || !header.startsWith("caff"))
+        return false;
+    // Names in a string table; each marker points at its entry.
+    QByteArray strings;
+    QByteArray entries;
+    QByteArray marks = bigEndian32(0) + bigEndian32(quint32(markers.size())); // no SMPTE time
+    for (qsizetype i = 0; i < markers.size(); ++i) {
+        const quint32 id = quint32(i + 1);
+        entries += bigEndian32(id) + bigEndian64(quint64(strings.size()));
+        strings += markers[i].name + '\0';
+        double frame = double(markers[i].position);
+        quint64 bits = 0;
+        std::memcpy(&bits, &frame, sizeof bits);
+        marks += bigEndian32(0) /* a generic marker */ + bigEndian64(bits) + bigEndian32(id) +
+                 QByteArray(8, '\0') /* SMPTE time */ + bigEndian32(0) /* all channels */;
+    }
+    const QByteArray strg = bigEndian32(quint32(markers.size())) + entries + strings;
+    const QByteArray chunks = "strg" + bigEndian64(quint64(strg.size())) + strg + "mark" +
+                              bigEndian64(quint64(marks.size())) + marks;
+    qint64 end = 0;
+    return appendBytes(file, chunks, end);
 }
 
 QStringList WavChunks::bextArguments(const Bext &bext, int fromRate, int toRate,

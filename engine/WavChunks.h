@@ -23,6 +23,16 @@ public:
         friend bool operator==(const Chunk &, const Chunk &) = default;
     };
 
+    // A cue point with its label, at a position in sample frames.
+    struct Marker
+    {
+        quint32 id = 0;
+        quint64 position = 0;
+        QByteArray name;
+
+        friend bool operator==(const Marker &, const Marker &) = default;
+    };
+
     // The bext fields, as EBU Tech 3285 lays them out.
     struct Bext
     {
@@ -47,6 +57,14 @@ public:
     QList<Chunk> carried(int fromRate, int toRate) const;
     // The names of what this file carries that a format other than WAV drops.
     QStringList kinds() const;
+    // The cue points with their labels (LIST/adtl), positions scaled between rates.
+    QList<Marker> markers(int fromRate, int toRate) const;
+
+    // Appends the markers to a written AIFF (a MARK chunk) or CAF (mark and
+    // strg chunks) and corrects an AIFF's FORM size. False, with the file
+    // unchanged, when it is not one.
+    static bool appendAiffMarkers(const QString &path, const QList<Marker> &markers);
+    static bool appendCafMarkers(const QString &path, const QList<Marker> &markers);
 
     // ffmpeg's arguments that write the bext chunk: its fields, the time
     // reference scaled to the new rate, one line added to the coding history.

@@ -24,6 +24,7 @@
 #include <QtEndian>
 
 #include <cmath>
+#include <cstring>
 
 using Segment = TestAudio::Segment;
 
@@ -100,6 +101,46 @@ const QByteArray ixml = "<?xml version=\"1.0\"?><BWFXML><SCENE>4</SCENE><TAKE>2<
 quint32 cuePosition(const QByteArray &cue, int point)
 {
     return u32At(cue, 4 + point * 24 + 4);
+}
+
+// Marker positions and names of a written AIFF (MARK) or CAF (mark and strg).
+QList<std::pair<quint64, QByteArray>> markersOf(const QString &path)
+{
+    const QByteArray file = readAll(path);
+    QList<std::pair<quint64, QByteArray>> markers;
+    const bool caf = file.startsWith("caff");
+    QByteArray strings;
+    for (qsizetype at = caf ? 8 : 12; at + (caf ? 12 : 8) <= file.size();) {
+        const QByteArray id = file.mid(at, 4);
+        const qint64 size = caf ? qFromBigEndian<qint64>(file.constData() + at + 4)
+                                : qFromBigEndian<quint32>(file.constData() + at + 4);
+        const QByteArray body = file.mid(at + (caf ? 12 : 8), size);
+        if (id == "MARK") {
+            for (qsizetype m = 2; m + 7 <= body.size();) {
+                const int length = quint8(body[m + 6]);
+                markers.append(
+                    {qFromBigEndian<quint32>(body.constData() + m + 2), body.mid(m + 7, length)});
+                m += 7 + length + ((1 + length) & 1);
+            }
+        } else if (id == "mark") {
+            for (qsizetype m = 8; m + 28 <= body.size(); m += 28) {
+                double frame = 0;
+                const quint64 bits = qFromBigEndian<quint64>(body.constData() + m + 4);
+                std::memcpy(&frame, &bits, sizeof frame);
+                markers.append(std::pair(quint64(frame), QByteArray()));
+            }
+        } else if (id == "strg") {
+            strings = body.mid(4 + 12 * qFromBigEndian<quint32>(body.constData()));
+        }
+        if (size < 0)
+            break;
+        at += (caf ? 12 : 8) + size + (caf ? 0 : size & 1);
+    }
+    // CAF keeps the names in its string table, in marker order.
+    const QList<QByteArray> names = strings.split('\0');
+    for (qsizetype i = 0; caf && i < markers.size() && i < names.size(); ++i)
+        markers[i].second = names[i];
+    return markers;
 }
 
 QString ffmpegSays(const QString &path)
@@ -204,13 +245,18 @@ private Q_SLOTS:
             << OutputFormatMode::Wav << SampleRateMode::Rate44100 << 44100;
         QTest::newRow("normalised as MP3")
             << OutputFormatMode::Mp3 << SampleRateMode::Rate48000 << 0;
+        // Negative: markers only, in AIFF or CAF at that rate.
+        QTest::newRow("normalised as AIFF at 44.1 kHz")
+            << OutputFormatMode::Aiff << SampleRateMode::Rate44100 << -44100;
+        QTest::newRow("normalised as CAF at 44.1 kHz")
+            << OutputFormatMode::Caf << SampleRateMode::Rate44100 << -44100;
     }
 
     void broadcastWav()
     {
         QFETCH(OutputFormatMode, mode);
         QFETCH(SampleRateMode, rate);
-        QFETCH(int, outputRate);
+        QFETCH(int, outputRate); // negative: markers only, in AIFF or CAF at that rate
         const QString source = makeBroadcastWav();
         QVERIFY(!source.isEmpty());
         const QString out = m_dir.filePath(QStringLiteral("bwf/") +
@@ -220,6 +266,17 @@ private Q_SLOTS:
             QCOMPARE(result.notKept,
                      QStringList({QStringLiteral("bext"), QStringLiteral("iXML"),
                                   QStringLiteral("markers"), QStringLiteral("loops")}));
+            return;
+        }
+        if (outputRate < 0) {
+            QCOMPARE(result.notKept, QStringList({QStringLiteral("bext"), QStringLiteral("iXML"),
+                                                  QStringLiteral("loops")}));
+            const QString written = out + (mode == OutputFormatMode::Aiff ? QStringLiteral(".aiff")
+                                                                          : QStringLiteral(".caf"));
+            const QList<std::pair<quint64, QByteArray>> expected{
+                {quint64(-outputRate), QByteArray("Thunder")},
+                {quint64(-2.5 * outputRate), QByteArray()}};
+            QCOMPARE(markersOf(written), expected);
             return;
         }
         QVERIFY(result.notKept.isEmpty());

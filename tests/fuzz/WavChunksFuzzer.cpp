@@ -45,6 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (chunks->isDamaged() && !chunks->chunks().isEmpty())
         std::abort(); // a damaged list carries nothing
     chunks->bext();
+    chunks->markers(48000, 44100);
     const QList<WavChunks::Chunk> carried = chunks->carried(48000, 44100);
 
     QByteArray written("RIFF\0\0\0\0WAVEdata\0\0\0\0", 20);
