@@ -156,7 +156,7 @@ bool MainViewModel::allSelected() const
 
 bool MainViewModel::canProcess() const
 {
-    return !queue().isEmpty() && m_settings.outputFolderURL.has_value();
+    return !queue().isEmpty() && m_settings.outputFolderURL.has_value() && !m_installationProblem;
 }
 
 bool MainViewModel::hasUnanalyzedFiles() const
@@ -822,8 +822,10 @@ void MainViewModel::setReportError(std::optional<QString> error)
 void MainViewModel::stopForInstallationFault(const QString &reason)
 {
     // Said first: whoever watches the run stopping must already know why.
-    if (assign(m_installationProblem, std::optional(L::installationProblem(reason))))
+    if (assign(m_installationProblem, std::optional(L::installationProblem(reason)))) {
         Q_EMIT installationProblemChanged();
+        Q_EMIT derivedChanged();
+    }
     m_processingCancellation->cancel();
     stopAnalysis();
     if (m_screenState == AppScreenState::Processing) {

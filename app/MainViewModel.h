@@ -84,6 +84,7 @@ class MainViewModel : public QObject
     Q_PROPERTY(bool allSelected READ allSelected NOTIFY derivedChanged)
     Q_PROPERTY(bool canProcess READ canProcess NOTIFY derivedChanged)
     Q_PROPERTY(bool hasUnanalyzedFiles READ hasUnanalyzedFiles NOTIFY derivedChanged)
+    Q_PROPERTY(bool canAnalyze READ canAnalyze NOTIFY derivedChanged)
     Q_PROPERTY(QString processButtonTitle READ processButtonTitle NOTIFY derivedChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY derivedChanged)
     Q_PROPERTY(QString footerLeadingText READ footerLeadingText NOTIFY derivedChanged)
@@ -178,6 +179,8 @@ public:
     bool allSelected() const;
     bool canProcess() const;
     bool hasUnanalyzedFiles() const;
+    // Something is left to measure, and ffmpeg can run.
+    bool canAnalyze() const { return hasUnanalyzedFiles() && !m_installationProblem; }
     QString processButtonTitle() const;
     QString statusText() const;
     QString footerLeadingText() const;

@@ -110,7 +110,7 @@ ApplicationWindow {
                         folderCount: window.viewModel.folderCount
                         importNotice: window.viewModel.importNotice
                         problem: window.viewModel.installationProblem
-                        canAnalyze: window.viewModel.hasUnanalyzedFiles
+                        canAnalyze: window.viewModel.canAnalyze
                         isAnalyzing: window.viewModel.isAnalyzing
                         hasSelection: window.viewModel.hasSelection
                         isDragOver: drop.containsDrag
