@@ -383,15 +383,12 @@ ItemDetails MainViewModel::itemData(const QString &id) const
     const AudioFileItem *item = m_queue.find(QUuid::fromString(id));
     if (!item)
         return {};
-    const QString format = fileNameOf(item->result ? item->result->outputFileName : QString())
-                               .section(u'.', -1)
-                               .toUpper();
     return {true,
             displayedPath(fileNameOf(item->sourceURL)),
             QueueModel::statusName(item->status.kind()),
             item->status.message(),
             item->errorDetails.value_or(QString()),
-            item->result ? changeTexts(*item->result, format).join(u'\n') : QString()};
+            item->result ? changeTexts(*item->result).join(u'\n') : QString()};
 }
 
 void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
@@ -834,8 +831,9 @@ void MainViewModel::stopForInstallationFault(const QString &reason)
     }
 }
 
-QStringList MainViewModel::changeTexts(const ProcessingResult &result, const QString &format)
+QStringList MainViewModel::changeTexts(const ProcessingResult &result)
 {
+    const QString format = result.outputFileName.section(u'.', -1).toUpper();
     QStringList texts;
     for (const OutputChange &change : result.changes)
         texts.append(change.kind == OutputChange::Kind::SampleRate

@@ -154,8 +154,9 @@ public:
     const std::optional<QString> &reportError() const { return m_reportError; }
     // Set when the bundled ffmpeg is missing or cannot start; every run stops at it.
     const std::optional<QString> &installationProblem() const { return m_installationProblem; }
-    // The sentences saying what the encoder's limits changed in a result.
-    static QStringList changeTexts(const ProcessingResult &result, const QString &format);
+    // The sentences saying what the output format's limits changed or dropped
+    // in a result, the format named by the written file's extension.
+    static QStringList changeTexts(const ProcessingResult &result);
     int processedCount() const { return m_processedCount; }
     int runTotal() const { return m_runTotal; }
     const std::optional<QString> &currentFileName() const { return m_currentFileName; }

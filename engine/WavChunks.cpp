@@ -395,12 +395,9 @@ bool WavChunks::append(const QString &path, const QList<Chunk> &chunks)
             tail.append('\0');
     }
     const qint64 after = before + tail.size();
-    if (!rf64 && after - 8 > qint64(UINT32_MAX))
+    qint64 end = 0;
+    if ((!rf64 && after - 8 > qint64(UINT32_MAX)) || !appendBytes(file, tail, end))
         return false;
-    if (!file.writeAt(before, tail.constData(), tail.size())) {
-        [[maybe_unused]] const int undone = ::ftruncate(file.fd(), before);
-        return false;
-    }
     if (rf64) {
         // ds64 follows the header: its first field is the 64-bit RIFF size.
         QByteArray size(8, '\0');
