@@ -1,19 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
 
-// Which screen the window shows.
-enum class AppScreenState
+// Which screen the window shows (QML: AppScreen.Idle, ...).
+namespace AppScreen {
+Q_NAMESPACE
+QML_ELEMENT
+
+enum class State
 {
     Idle,
     Processing,
     Completed,
 };
+Q_ENUM_NS(State)
 
-namespace AppScreenStates {
+} // namespace AppScreen
 
-// "idle", "processing", "completed", as the views name them.
-QString name(AppScreenState state);
-
-} // namespace AppScreenStates
+using AppScreenState = AppScreen::State;

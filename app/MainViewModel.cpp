@@ -4,6 +4,7 @@
 #include "app/BoundedTaskGroup.h"
 #include "app/FolderRevealing.h"
 #include "app/SupportPresenting.h"
+#include "engine/AudioMetadata.h"
 #include "engine/ErrorTranslator.h"
 #include "engine/FFmpegError.h"
 #include "engine/FFmpegRunner.h"
@@ -20,9 +21,9 @@
 #include "files/NoFilePanels.h"
 #include "files/OutputDestination.h"
 #include "files/OutputPathService.h"
+#include "files/UserPreferences.h"
 #include "localization/L.h"
 #include "model/StandardPath.h"
-#include "model/UserPreferences.h"
 
 #include <cmath>
 #include <set>
@@ -168,46 +169,46 @@ QString MainViewModel::processButtonTitle() const
 {
     // Selection only ever holds queued ids.
     if (!m_selectedIDs.isEmpty())
-        return L::processSelected(static_cast<int>(m_selectedIDs.size()));
+        return L::text(L::ProcessSelected, static_cast<int>(m_selectedIDs.size()));
     if (!queue().isEmpty())
-        return L::processFiles(fileCount());
-    return L::processFilesNone();
+        return L::text(L::ProcessFiles, fileCount());
+    return L::text(L::ProcessFilesNone);
 }
 
 QString MainViewModel::statusText() const
 {
     switch (m_screenState) {
     case AppScreenState::Idle:
-        return m_isAnalyzing ? L::analyzingProgress(analysisDone(), analysisTotal())
-                             : L::filesReady(fileCount());
+        return m_isAnalyzing ? L::text(L::AnalyzingProgress, analysisDone(), analysisTotal())
+                             : L::text(L::FilesReady, fileCount());
     case AppScreenState::Processing:
         // Counted against the whole queue even when only a selection runs.
-        return L::processingProgress(m_processedCount, fileCount());
+        return L::text(L::ProcessingProgress, m_processedCount, fileCount());
     case AppScreenState::Completed:
-        return L::complete();
+        return L::text(L::Complete);
     }
     return {};
 }
 
 QString MainViewModel::footerLeadingText() const
 {
-    return L::files(fileCount());
+    return L::text(L::Files, fileCount());
 }
 
 QString MainViewModel::footerTrailingText() const
 {
-    return m_settings.outputFolderURL.value_or(L::noOutputFolder());
+    return m_settings.outputFolderURL.value_or(L::text(L::NoOutputFolder));
 }
 
 std::optional<QString> MainViewModel::noticeText(const ImportCounts &counts)
 {
     QStringList parts;
     if (counts.added > 0)
-        parts.append(L::added(counts.added));
+        parts.append(L::text(L::Added, counts.added));
     if (counts.duplicates > 0)
-        parts.append(L::alreadyInQueue(counts.duplicates));
+        parts.append(L::text(L::AlreadyInQueue, counts.duplicates));
     if (counts.unsupported > 0)
-        parts.append(L::unsupportedIgnored(counts.unsupported));
+        parts.append(L::text(L::UnsupportedIgnored, counts.unsupported));
     if (parts.isEmpty())
         return std::nullopt;
     return parts.join(QStringLiteral(" \u00b7 "));
@@ -371,9 +372,9 @@ void MainViewModel::revalidateOutputFolder()
         sources.append(item.sourceURL);
     const QString root = standardizedPath(*m_settings.outputFolderURL);
     if (m_services.outputPathService->isInsideSourceTree(root, sources))
-        setOutputWarning(L::warnInsideSource());
+        setOutputWarning(L::text(L::WarnInsideSource));
     else if (!m_services.outputPathService->isWritable(*m_settings.outputFolderURL))
-        setOutputWarning(L::warnNotWritable());
+        setOutputWarning(L::text(L::WarnNotWritable));
     else
         setOutputWarning(std::nullopt);
 }
@@ -385,7 +386,7 @@ ItemDetails MainViewModel::itemData(const QString &id) const
         return {};
     return {true,
             displayedPath(fileNameOf(item->sourceURL)),
-            QueueModel::statusName(item->status.kind()),
+            item->status.kind(),
             item->status.message(),
             item->errorDetails.value_or(QString()),
             item->result ? changeTexts(*item->result).join(u'\n') : QString()};
@@ -450,7 +451,7 @@ void MainViewModel::runAnalysis(std::vector<std::pair<QUuid, QString>> pending)
     BoundedTaskGroup<Entry, AnalysisResult>::Callbacks callbacks;
     callbacks.work = [analyzer, token, target, ceiling](const Entry &entry) -> AnalysisResult {
         try {
-            const std::optional<FileStamp> stamp = FileStamp::of(entry.second);
+            const std::optional<FileStamp> stamp = AudioMetadata::stamp(entry.second);
             LoudnessMeasurement measurement =
                 analyzer->analyze(entry.second, target, ceiling, *token);
             // ffmpeg stopped half-way still prints what it measured of the part
@@ -668,7 +669,7 @@ void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const 
             item.status = ProcessingStatus::cancelled();
             item.errorDetails.reset();
         } else {
-            FriendlyError friendly{L::damagedMessage(sourceName), std::nullopt};
+            FriendlyError friendly{L::text(L::DamagedMessage, sourceName), std::nullopt};
             try {
                 std::rethrow_exception(output.error);
             } catch (const std::exception &error) {
@@ -757,7 +758,7 @@ void MainViewModel::exportReport()
         return;
     }
     const auto problem = CSVReportService::write(*path, results);
-    setReportError(problem ? std::optional(L::reportNotSaved(*problem)) : std::nullopt);
+    setReportError(problem ? std::optional(L::text(L::ReportNotSaved, *problem)) : std::nullopt);
 }
 
 std::optional<QString> MainViewModel::reportPathRefusal(const QString &path) const
@@ -767,7 +768,7 @@ std::optional<QString> MainViewModel::reportPathRefusal(const QString &path) con
     for (const AudioFileItem &item : queue())
         isSource = isSource || standardizedPath(item.sourceURL) == target;
     if (isSource || CSVReportService::looksLikeAudio(target))
-        return L::reportOverAudioRefused(displayedPath(target));
+        return L::text(L::ReportOverAudioRefused, displayedPath(target));
     return std::nullopt;
 }
 
@@ -819,7 +820,7 @@ void MainViewModel::setReportError(std::optional<QString> error)
 void MainViewModel::stopForInstallationFault(const QString &reason)
 {
     // Said first: whoever watches the run stopping must already know why.
-    if (assign(m_installationProblem, std::optional(L::installationProblem(reason)))) {
+    if (assign(m_installationProblem, std::optional(L::text(L::InstallationProblem, reason)))) {
         Q_EMIT installationProblemChanged();
         Q_EMIT derivedChanged();
     }
@@ -838,7 +839,7 @@ QStringList MainViewModel::changeTexts(const ProcessingResult &result)
     for (const OutputChange &change : result.changes)
         texts.append(change.kind == OutputChange::Kind::SampleRate
                          ? L::sampleRateChanged(change.from, change.to, format)
-                         : L::channelsChanged(change.from, change.to, format));
+                         : L::text(L::ChannelsChanged, change.from, change.to, format));
     if (!result.notKept.isEmpty())
         texts.append(L::notKept(result.notKept, format));
     return texts;

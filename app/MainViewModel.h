@@ -42,7 +42,7 @@ struct ItemDetails
     QML_VALUE_TYPE(itemDetails)
     Q_PROPERTY(bool found MEMBER found CONSTANT)
     Q_PROPERTY(QString fileName MEMBER fileName CONSTANT)
-    Q_PROPERTY(QString status MEMBER status CONSTANT)
+    Q_PROPERTY(ProcessingStatusKinds::Kind status MEMBER status CONSTANT)
     Q_PROPERTY(QString statusMessage MEMBER statusMessage CONSTANT)
     Q_PROPERTY(QString errorDetails MEMBER errorDetails CONSTANT)
     Q_PROPERTY(QString changes MEMBER changes CONSTANT)
@@ -50,7 +50,7 @@ struct ItemDetails
 public:
     bool found = false;
     QString fileName;
-    QString status;
+    ProcessingStatus::Kind status = ProcessingStatus::Kind::Ready;
     QString statusMessage;
     QString errorDetails;
     // What the encoder's limits changed, a sentence a line.
@@ -63,7 +63,7 @@ class MainViewModel : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QueueModel *queueModel READ queueModel CONSTANT)
-    Q_PROPERTY(QString screenState READ screenStateName NOTIFY screenStateChanged)
+    Q_PROPERTY(AppScreen::State screenState READ screenState NOTIFY screenStateChanged)
     Q_PROPERTY(QString importNotice READ importNoticeText NOTIFY importNoticeChanged)
     Q_PROPERTY(QString outputWarning READ outputWarningText NOTIFY outputWarningChanged)
     Q_PROPERTY(QString reportError READ reportErrorText NOTIFY reportErrorChanged)
@@ -227,7 +227,6 @@ public:
     void waitForBackgroundWork();
 
     // Property adaptors for the views.
-    QString screenStateName() const { return AppScreenStates::name(m_screenState); }
     QString importNoticeText() const { return m_importNotice.value_or(QString()); }
     QString outputWarningText() const { return m_outputWarning.value_or(QString()); }
     QString reportErrorText() const { return m_reportError.value_or(QString()); }

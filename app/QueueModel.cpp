@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/QueueModel.h"
 
-#include "engine/NumberFormat.h"
 #include "localization/L.h"
+#include "model/NumberFormat.h"
 #include "model/StandardPath.h"
 
 namespace {
@@ -23,27 +23,6 @@ QueueModel::QueueModel(QObject *parent)
 int QueueModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_items.size());
-}
-
-QString QueueModel::statusName(ProcessingStatus::Kind kind)
-{
-    switch (kind) {
-    case ProcessingStatus::Kind::Warning:
-        return QStringLiteral("warning");
-    case ProcessingStatus::Kind::Failed:
-        return QStringLiteral("failed");
-    case ProcessingStatus::Kind::Ready:
-        return QStringLiteral("ready");
-    case ProcessingStatus::Kind::Analyzing:
-        return QStringLiteral("analyzing");
-    case ProcessingStatus::Kind::Processing:
-        return QStringLiteral("processing");
-    case ProcessingStatus::Kind::Done:
-        return QStringLiteral("done");
-    case ProcessingStatus::Kind::Cancelled:
-        return QStringLiteral("cancelled");
-    }
-    return {};
 }
 
 QVariant QueueModel::data(const QModelIndex &index, int role) const
@@ -68,7 +47,7 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
     case OutputLabelRole:
         return outputLabel(item, m_outputMode);
     case StatusRole:
-        return statusName(item.status.kind());
+        return QVariant::fromValue(item.status.kind());
     case StatusTextRole:
         return L::statusName(item.status.kind());
     case StatusMessageRole:

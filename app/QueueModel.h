@@ -29,7 +29,7 @@ public:
         SourceLabelRole,
         LoudnessTextRole,
         OutputLabelRole,
-        StatusRole,        // "ready", "analyzing", ... "cancelled"
+        StatusRole,        // ProcessingStatus::Kind
         StatusTextRole,    // the badge's word in the interface language
         StatusMessageRole, // what a warning or failure says, else empty
         ErrorDetailsRole,
@@ -65,8 +65,6 @@ public:
     void setOutputMode(OutputFormatMode mode);
     // Texts are read again in the interface language of the moment.
     void retranslate();
-
-    static QString statusName(ProcessingStatus::Kind kind);
 
 private:
     void reindex();

@@ -85,7 +85,7 @@ QStringList SettingsModel::presetLabels() const
 {
     QStringList labels;
     for (const LoudnessPreset &preset : LoudnessPreset::builtIn())
-        labels.append(preset.localizedDisplayLabel());
+        labels.append(L::presetLabel(preset));
     return labels;
 }
 
@@ -99,19 +99,9 @@ double SettingsModel::customTargetLUFS() const
     return m_controller.settings().customTargetLUFS;
 }
 
-bool SettingsModel::isTargetInRange(double target)
-{
-    return std::isfinite(target) && target >= minimumTarget && target <= maximumTarget;
-}
-
-bool SettingsModel::isCeilingInRange(double ceiling)
-{
-    return std::isfinite(ceiling) && ceiling >= minimumCeiling && ceiling <= maximumCeiling;
-}
-
 void SettingsModel::setCustomTargetLUFS(double target)
 {
-    if (!isTargetInRange(target))
+    if (!ProcessingSettings::isTargetInRange(target))
         return;
     edit([&](ProcessingSettings &settings) { settings.customTargetLUFS = target; });
 }
@@ -125,8 +115,10 @@ void SettingsModel::setTruePeakCeiling(double ceiling)
 {
     if (!std::isfinite(ceiling))
         return;
-    const double stepped =
-        std::round(std::clamp(ceiling, minimumCeiling, maximumCeiling) * 10) / 10;
+    const double stepped = std::round(std::clamp(ceiling, ProcessingSettings::minimumCeiling,
+                                                 ProcessingSettings::maximumCeiling) *
+                                      10) /
+                           10;
     edit([&](ProcessingSettings &settings) { settings.truePeakCeiling = stepped; });
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/ProcessingSettings.h"
+
 #include <QObject>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
@@ -23,8 +25,8 @@ class SettingsModel : public QObject
     Q_PROPERTY(
         double customTargetLUFS READ customTargetLUFS WRITE setCustomTargetLUFS NOTIFY changed)
     Q_PROPERTY(double truePeakCeiling READ truePeakCeiling WRITE setTruePeakCeiling NOTIFY changed)
-    Q_PROPERTY(double ceilingFrom MEMBER minimumCeiling CONSTANT)
-    Q_PROPERTY(double ceilingTo MEMBER maximumCeiling CONSTANT)
+    Q_PROPERTY(double ceilingFrom READ ceilingFrom CONSTANT)
+    Q_PROPERTY(double ceilingTo READ ceilingTo CONSTANT)
     Q_PROPERTY(int formatIndex READ formatIndex WRITE setFormatIndex NOTIFY changed)
     Q_PROPERTY(QStringList formatLabels READ formatLabels NOTIFY labelsChanged)
     Q_PROPERTY(int sampleRateIndex READ sampleRateIndex WRITE setSampleRateIndex NOTIFY changed)
@@ -40,16 +42,13 @@ class SettingsModel : public QObject
     Q_PROPERTY(QString prefix READ prefix WRITE setPrefix NOTIFY changed)
 
 public:
-    // The ranges the panels offer.
-    static constexpr double minimumTarget = -70;
-    static constexpr double maximumTarget = -5;
-    static constexpr double minimumCeiling = -9;
-    static constexpr double maximumCeiling = 0;
-    // Whether a value lies in its range (and is a number at all); every front
-    // end asks here rather than keeping its own bounds.
-    static bool isTargetInRange(double target);
-    static bool isCeilingInRange(double ceiling);
-    Q_INVOKABLE bool acceptsCustomTarget(double target) const { return isTargetInRange(target); }
+    // The ranges the panels offer are the settings' own.
+    static double ceilingFrom() { return ProcessingSettings::minimumCeiling; }
+    static double ceilingTo() { return ProcessingSettings::maximumCeiling; }
+    Q_INVOKABLE bool acceptsCustomTarget(double target) const
+    {
+        return ProcessingSettings::isTargetInRange(target);
+    }
 
     explicit SettingsModel(MainViewModel &controller, QObject *parent = nullptr);
 

@@ -13,7 +13,6 @@
 // usage: tonbrook-bench-gui --shorts DIR [--queue N]
 #include "app/MainViewModel.h"
 #include "engine/LoudnessAnalyzing.h"
-#include "engine/LoudnessPreset.h"
 #include "engine/LoudnessProcessing.h"
 #include "engine/ProcessingError.h"
 #include "files/FileImportService.h"
@@ -21,6 +20,7 @@
 #include "files/NoFilePanels.h"
 #include "files/OutputPathService.h"
 #include "localization/LanguageManager.h"
+#include "model/LoudnessPreset.h"
 #include "ui/TonbrookApp.h"
 
 #include <QApplication>
@@ -43,6 +43,7 @@
 #include <vector>
 
 Q_IMPORT_QML_PLUGIN(Tonbrook_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Tonbrook_LocalizationPlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_StylePlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_UiPlugin)
 

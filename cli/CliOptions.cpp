@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliOptions.h"
 
-#include "app/SettingsModel.h"
-#include "engine/NumberFormat.h"
 #include "localization/L.h"
+#include "model/NumberFormat.h"
 #include "model/StandardPath.h"
 
 #include <QCommandLineParser>
@@ -29,40 +28,43 @@ QString absolute(const QString &path)
 CliParseResult parseCliOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(L::cliDescription());
+    parser.setApplicationDescription(L::text(L::CliDescription));
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     const QCommandLineOption output({QStringLiteral("o"), QStringLiteral("output")},
-                                    L::cliOutputOption(), QStringLiteral("DIR"));
-    const QCommandLineOption preset(QStringLiteral("preset"), L::cliPresetOption(presetChoices()),
+                                    L::text(L::CliOutputOption), QStringLiteral("DIR"));
+    const QCommandLineOption preset(QStringLiteral("preset"),
+                                    L::text(L::CliPresetOption, presetChoices()),
                                     QStringLiteral("ID"));
-    const QCommandLineOption target(QStringLiteral("target"), L::cliTargetOption(),
+    const QCommandLineOption target(QStringLiteral("target"), L::text(L::CliTargetOption),
                                     QStringLiteral("LUFS"));
-    const QCommandLineOption ceiling(QStringLiteral("ceiling"), L::cliCeilingOption(),
+    const QCommandLineOption ceiling(QStringLiteral("ceiling"), L::text(L::CliCeilingOption),
                                      QStringLiteral("DBTP"));
-    const QCommandLineOption noNormalize(QStringLiteral("no-normalize"), L::cliNoNormalizeOption());
-    const QCommandLineOption format(QStringLiteral("format"), L::cliFormatOption(),
+    const QCommandLineOption noNormalize(QStringLiteral("no-normalize"),
+                                         L::text(L::CliNoNormalizeOption));
+    const QCommandLineOption format(QStringLiteral("format"), L::text(L::CliFormatOption),
                                     QStringLiteral("MODE"));
-    const QCommandLineOption sampleRate(QStringLiteral("sample-rate"), L::cliSampleRateOption(),
-                                        QStringLiteral("MODE"));
-    const QCommandLineOption bitDepth(QStringLiteral("bit-depth"), L::cliBitDepthOption(),
+    const QCommandLineOption sampleRate(QStringLiteral("sample-rate"),
+                                        L::text(L::CliSampleRateOption), QStringLiteral("MODE"));
+    const QCommandLineOption bitDepth(QStringLiteral("bit-depth"), L::text(L::CliBitDepthOption),
                                       QStringLiteral("N"));
-    const QCommandLineOption prefix(QStringLiteral("prefix"), L::cliPrefixOption(),
+    const QCommandLineOption prefix(QStringLiteral("prefix"), L::text(L::CliPrefixOption),
                                     QStringLiteral("TEXT"));
-    const QCommandLineOption report(QStringLiteral("report"), L::cliReportOption(),
+    const QCommandLineOption report(QStringLiteral("report"), L::text(L::CliReportOption),
                                     QStringLiteral("FILE"));
-    const QCommandLineOption analyzeOnly(QStringLiteral("analyze-only"), L::cliAnalyzeOnlyOption());
-    const QCommandLineOption json(QStringLiteral("json"), L::cliJsonOption());
-    const QCommandLineOption language(QStringLiteral("language"), L::cliLanguageOption(),
+    const QCommandLineOption analyzeOnly(QStringLiteral("analyze-only"),
+                                         L::text(L::CliAnalyzeOnlyOption));
+    const QCommandLineOption json(QStringLiteral("json"), L::text(L::CliJsonOption));
+    const QCommandLineOption language(QStringLiteral("language"), L::text(L::CliLanguageOption),
                                       QStringLiteral("L"));
     parser.addOptions({output, preset, target, ceiling, noNormalize, format, sampleRate, bitDepth,
                        prefix, report, analyzeOnly, json, language});
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("PATH"), L::cliPathsArgument(),
+    parser.addPositionalArgument(QStringLiteral("PATH"), L::text(L::CliPathsArgument),
                                  QStringLiteral("PATH..."));
 
     CliParseResult parsed;
-    parsed.usage = L::cliUsage(QStringLiteral("tonbrook-cli"));
+    parsed.usage = L::text(L::CliUsage, QStringLiteral("tonbrook-cli"));
     if (!parser.parse(arguments)) {
         parsed.error = parser.errorText();
         return parsed;
@@ -74,8 +76,8 @@ CliParseResult parseCliOptions(const QStringList &arguments)
 
     CliOptions options;
     const auto invalid = [&parsed, &parser](const QCommandLineOption &option) {
-        parsed.error = L::cliInvalidValue(QStringLiteral("--") + option.names().constLast(),
-                                          parser.value(option));
+        parsed.error = L::text(L::CliInvalidValue, QString(u"--" + option.names().constLast()),
+                               parser.value(option));
         return parsed;
     };
     if (parser.isSet(preset)) {
@@ -86,14 +88,14 @@ CliParseResult parseCliOptions(const QStringList &arguments)
     }
     if (parser.isSet(target)) {
         const auto value = NumberFormat::parseDouble(parser.value(target));
-        if (!value || !SettingsModel::isTargetInRange(*value))
+        if (!value || !ProcessingSettings::isTargetInRange(*value))
             return invalid(target);
         options.settings.selectedPreset = *LoudnessPreset::builtIn(u"custom");
         options.settings.customTargetLUFS = *value;
     }
     if (parser.isSet(ceiling)) {
         const auto value = NumberFormat::parseDouble(parser.value(ceiling));
-        if (!value || !SettingsModel::isCeilingInRange(*value))
+        if (!value || !ProcessingSettings::isCeilingInRange(*value))
             return invalid(ceiling);
         options.settings.truePeakCeiling = *value;
     }
@@ -136,7 +138,7 @@ CliParseResult parseCliOptions(const QStringList &arguments)
     if (parser.isSet(output))
         options.settings.outputFolderURL = absolute(parser.value(output));
     else if (!options.analyzeOnly) {
-        parsed.error = L::cliNeedsOutput();
+        parsed.error = L::text(L::CliNeedsOutput);
         return parsed;
     }
     // The window's "reveal when done" has no meaning here.
@@ -144,7 +146,7 @@ CliParseResult parseCliOptions(const QStringList &arguments)
     for (const QString &path : parser.positionalArguments())
         options.paths.append(absolute(path));
     if (options.paths.isEmpty()) {
-        parsed.error = L::cliNeedsPaths();
+        parsed.error = L::text(L::CliNeedsPaths);
         return parsed;
     }
     parsed.options = options;

@@ -2,8 +2,8 @@
 #include "cli/CliSession.h"
 
 #include "app/MainViewModel.h"
-#include "engine/NumberFormat.h"
 #include "localization/L.h"
+#include "model/NumberFormat.h"
 #include "model/StandardPath.h"
 
 #include <QCoreApplication>
@@ -85,7 +85,7 @@ void CliSession::start()
         struct stat info
         {};
         if (::stat(encodedPath(path).constData(), &info) != 0) {
-            m_err << "tonbrook-cli: " << L::cliNoSuchPath(displayedPath(path)) << Qt::endl;
+            m_err << "tonbrook-cli: " << L::text(L::CliNoSuchPath, displayedPath(path)) << Qt::endl;
             m_pathStatus = 1;
         }
     }
@@ -96,7 +96,7 @@ void CliSession::start()
     if (const auto notice = m_controller->importNotice(); notice && !m_options.json)
         m_out << *notice << Qt::endl;
     if (m_controller->queue().isEmpty()) {
-        m_err << "tonbrook-cli: " << L::cliNothingImported() << Qt::endl;
+        m_err << "tonbrook-cli: " << L::text(L::CliNothingImported) << Qt::endl;
         end(exitUsage);
         return;
     }
@@ -110,7 +110,7 @@ void CliSession::start()
         }
     }
     if (const auto warning = m_controller->outputWarning(); warning && !m_options.analyzeOnly)
-        m_err << "tonbrook-cli: " << L::cliWarning(*warning) << Qt::endl;
+        m_err << "tonbrook-cli: " << L::text(L::CliWarning, *warning) << Qt::endl;
     showProgress();
     if (!m_controller->isAnalyzing())
         analysisMoved();
@@ -153,8 +153,8 @@ void CliSession::itemFinished(const QUuid &id)
     const auto &result = item->result;
     if (result && (result->appliedGain || result->finalLUFS))
         line += QStringLiteral(" \u2014 ") +
-                L::cliFigures(figure(result->originalLUFS), figure(result->finalLUFS),
-                              figure(result->appliedGain, true), figure(result->truePeak));
+                L::text(L::CliFigures, figure(result->originalLUFS), figure(result->finalLUFS),
+                        figure(result->appliedGain, true), figure(result->truePeak));
     if (!item->status.message().isEmpty())
         line += QStringLiteral(" \u2014 ") + QString(item->status.message()).replace(u'\n', u' ');
     m_out << line << Qt::endl;
@@ -178,11 +178,11 @@ void CliSession::finishAnalyzeOnly()
             ++unmeasured;
         if (m_options.json)
             continue;
-        const QString measured = item.measurement
-                                     ? L::cliMeasured(figure(item.measurement->inputI),
-                                                      figure(item.measurement->inputTP),
-                                                      figure(item.measurement->inputLRA))
-                                     : L::cliNotMeasured();
+        const QString measured =
+            item.measurement
+                ? L::text(L::CliMeasured, figure(item.measurement->inputI),
+                          figure(item.measurement->inputTP), figure(item.measurement->inputLRA))
+                : L::text(L::CliNotMeasured);
         m_out << displayedPath(item.relativePath) << QStringLiteral(" \u2014 ") << measured
               << Qt::endl;
     }
@@ -207,15 +207,15 @@ void CliSession::finishRun()
     if (m_options.json) {
         printJson();
     } else {
-        m_out << L::processingComplete() << Qt::endl
-              << L::filesProcessed(summary->totalProcessed) << Qt::endl
-              << (summary->normalized ? L::reachedTarget(summary->reachedTarget)
-                                      : L::converted(summary->reachedTarget))
+        m_out << L::text(L::ProcessingComplete) << Qt::endl
+              << L::text(L::FilesProcessed, summary->totalProcessed) << Qt::endl
+              << (summary->normalized ? L::text(L::ReachedTarget, summary->reachedTarget)
+                                      : L::text(L::Converted, summary->reachedTarget))
               << Qt::endl;
         if (summary->peakLimited > 0)
-            m_out << L::peakLimited(summary->peakLimited) << Qt::endl;
+            m_out << L::text(L::PeakLimited, summary->peakLimited) << Qt::endl;
         if (summary->failed > 0)
-            m_out << L::failedCount(summary->failed) << Qt::endl;
+            m_out << L::text(L::FailedCount, summary->failed) << Qt::endl;
     }
     int status = std::max(m_pathStatus, summary->failed > 0 ? 1 : 0);
     if (m_options.reportPath) {
@@ -224,7 +224,7 @@ void CliSession::finishRun()
             m_err << "tonbrook-cli: " << *problem << Qt::endl;
             status = 1;
         } else if (!m_options.json) {
-            m_out << L::cliReportWritten(*m_options.reportPath) << Qt::endl;
+            m_out << L::text(L::CliReportWritten, *m_options.reportPath) << Qt::endl;
         }
     }
     end(status);
@@ -258,7 +258,7 @@ void CliSession::interrupt(int signal)
     m_controller->waitForBackgroundWork();
     QCoreApplication::processEvents();
     clearProgress();
-    m_err << L::cancelledMessage() << Qt::endl;
+    m_err << L::text(L::CancelledMessage) << Qt::endl;
     if (m_options.json)
         printJson();
     end(128 + signal);
@@ -280,11 +280,13 @@ void CliSession::showProgress()
         return;
     QString line;
     if (m_controller->screenState() == AppScreenState::Processing) {
-        line = L::processingProgress(m_controller->processedCount(), m_controller->runTotal());
+        line = L::text(L::ProcessingProgress, m_controller->processedCount(),
+                       m_controller->runTotal());
         if (const auto name = m_controller->currentFileName())
             line += QStringLiteral("  ") + *name;
     } else if (m_controller->isAnalyzing()) {
-        line = L::analyzingProgress(m_controller->analysisDone(), m_controller->analysisTotal());
+        line = L::text(L::AnalyzingProgress, m_controller->analysisDone(),
+                       m_controller->analysisTotal());
     } else {
         return;
     }
@@ -316,7 +318,7 @@ void CliSession::printJson()
         // a reader's surrogate escape (Python's os.fsencode) turns back into them.
         object.insert(QStringLiteral("source"), item.sourceURL);
         object.insert(QStringLiteral("relativePath"), item.relativePath);
-        object.insert(QStringLiteral("status"), QueueModel::statusName(item.status.kind()));
+        object.insert(QStringLiteral("status"), ProcessingStatus::rawValue(item.status.kind()));
         object.insert(QStringLiteral("message"), item.status.message().isEmpty()
                                                      ? QJsonValue()
                                                      : QJsonValue(item.status.message()));

@@ -18,24 +18,24 @@ std::optional<QString> writeCause(const QString &fileName, const QString &text)
         return lowered.contains(QLatin1StringView(needle));
     };
     if (has("no space") || has("not enough space") || has("disk quota"))
-        return L::diskFullMessage(fileName);
+        return L::text(L::DiskFullMessage, fileName);
     if (has("read-only file system"))
-        return L::readOnlyMessage(fileName);
+        return L::text(L::ReadOnlyMessage, fileName);
     if (has("file name too long"))
-        return L::pathTooLongMessage(fileName);
+        return L::text(L::PathTooLongMessage, fileName);
     if (has("permission") || has("denied") || has("operation not permitted"))
-        return L::permissionMessage(fileName);
+        return L::text(L::PermissionMessage, fileName);
     return std::nullopt;
 }
 
 QString ffmpegMessage(const QString &fileName, const QString &standardError)
 {
-    return writeCause(fileName, standardError).value_or(L::damagedMessage(fileName));
+    return writeCause(fileName, standardError).value_or(L::text(L::DamagedMessage, fileName));
 }
 
 QString writeMessage(const QString &fileName, const QString &reason)
 {
-    return writeCause(fileName, reason).value_or(L::writeFailedMessage(fileName));
+    return writeCause(fileName, reason).value_or(L::text(L::WriteFailedMessage, fileName));
 }
 
 } // namespace
@@ -44,7 +44,7 @@ FriendlyError translate(const ProcessingError &error, const QString &fileName)
 {
     switch (error.kind()) {
     case ProcessingError::Kind::AnalysisFailed:
-        return {L::damagedMessage(fileName), error.text()};
+        return {L::text(L::DamagedMessage, fileName), error.text()};
     case ProcessingError::Kind::FFmpegFailed:
         return {ffmpegMessage(fileName, error.text()),
                 QLatin1StringView("ffmpeg exit code ") + QString::number(error.code()) +
@@ -52,15 +52,15 @@ FriendlyError translate(const ProcessingError &error, const QString &fileName)
     case ProcessingError::Kind::WriteFailed:
         return {writeMessage(fileName, error.text()), error.text()};
     case ProcessingError::Kind::DestinationEqualsSource:
-        return {L::sameFileSkippedMessage(fileName), std::nullopt};
+        return {L::text(L::SameFileSkippedMessage, fileName), std::nullopt};
     case ProcessingError::Kind::Cancelled:
-        return {L::cancelledMessage(), std::nullopt};
+        return {L::text(L::CancelledMessage), std::nullopt};
     case ProcessingError::Kind::SourceMissing:
-        return {L::sourceMissingMessage(fileName), error.text()};
+        return {L::text(L::SourceMissingMessage, fileName), error.text()};
     case ProcessingError::Kind::SourceUnreadable:
-        return {L::sourceUnreadableMessage(fileName), error.text()};
+        return {L::text(L::SourceUnreadableMessage, fileName), error.text()};
     }
-    return {L::damagedMessage(fileName), std::nullopt};
+    return {L::text(L::DamagedMessage, fileName), std::nullopt};
 }
 
 FriendlyError translate(const std::exception &error, const QString &fileName)
@@ -69,10 +69,10 @@ FriendlyError translate(const std::exception &error, const QString &fileName)
         return translate(*processing, fileName);
     if (const auto *ffmpeg = dynamic_cast<const FFmpegError *>(&error);
         ffmpeg && ffmpeg->kind() == FFmpegError::Kind::TimedOut)
-        return {L::tookTooLongMessage(fileName), ffmpeg->describe()};
+        return {L::text(L::TookTooLongMessage, fileName), ffmpeg->describe()};
     if (const auto *engine = dynamic_cast<const EngineError *>(&error))
-        return {L::damagedMessage(fileName), engine->describe()};
-    return {L::damagedMessage(fileName), QString::fromUtf8(error.what())};
+        return {L::text(L::DamagedMessage, fileName), engine->describe()};
+    return {L::text(L::DamagedMessage, fileName), QString::fromUtf8(error.what())};
 }
 
 } // namespace ErrorTranslator

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/GainFilter.h"
 
-#include "engine/NumberFormat.h"
+#include "model/NumberFormat.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/LoudnessMeasurement.h"
 #include "engine/NormalizationPlan.h"
+#include "model/LoudnessMeasurement.h"
 
 #include <QString>
 

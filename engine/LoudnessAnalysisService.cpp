@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/LoudnessAnalysisService.h"
 
+#include "engine/AudioMetadata.h"
 #include "engine/FFmpegRunning.h"
 #include "engine/LoudnessAnalysisError.h"
-#include "engine/NumberFormat.h"
-#include "model/AudioMetadata.h"
+#include "engine/LoudnormReport.h"
+#include "model/NumberFormat.h"
 
 #include <utility>
 
@@ -38,7 +39,7 @@ LoudnessMeasurement LoudnessAnalysisService::analyze(const QString &filePath, do
     const FFmpegResult result =
         m_runner->run(arguments(filePath, targetLUFS, truePeak), cancellation);
     // A complete block counts even when ffmpeg then exits non-zero.
-    if (const auto measurement = LoudnessMeasurement::parse(result.standardError))
+    if (const auto measurement = LoudnormReport::parse(result.standardError))
         return *measurement;
     if (result.exitCode != 0)
         throw LoudnessAnalysisError::ffmpegFailed(result.exitCode, result.standardError);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/LoudnessProcessingService.h"
 
+#include "engine/AudioMetadata.h"
 #include "engine/BuildInfo.h"
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegError.h"
@@ -9,15 +10,14 @@
 #include "engine/LoudnessAnalysisError.h"
 #include "engine/LoudnessAnalyzing.h"
 #include "engine/NormalizationPlan.h"
-#include "engine/NumberFormat.h"
 #include "engine/OutputShape.h"
 #include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
 #include "engine/WavChunks.h"
 #include "localization/L.h"
-#include "model/AudioMetadata.h"
 #include "model/FileStamp.h"
+#include "model/NumberFormat.h"
 #include "model/StandardPath.h"
 
 #include <QFileInfo>
@@ -305,8 +305,8 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
         result.outputFileName = fileName(part.moveIntoPlace());
         if (overs) {
             result.outcome = ProcessingOutcome::Clipped;
-            result.warningMessage = L::clippedWarning(NumberFormat::signedFixed(*overs, 1),
-                                                      OutputBitDepths::label(settings.bitDepth));
+            result.warningMessage = L::text(L::ClippedWarning, NumberFormat::signedFixed(*overs, 1),
+                                            OutputBitDepths::label(settings.bitDepth));
         }
         return result;
     }
@@ -316,7 +316,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     // was measured: one edited or replaced since is measured again.
     const bool storedStillTrue =
         item.measurement &&
-        (!item.measuredStamp || FileStamp::of(item.sourceURL) == item.measuredStamp);
+        (!item.measuredStamp || AudioMetadata::stamp(item.sourceURL) == item.measuredStamp);
     const LoudnessMeasurement measurement =
         storedStillTrue ? *item.measurement : measure(item.sourceURL, settings, cancellation);
 

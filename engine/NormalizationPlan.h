@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/LoudnessMeasurement.h"
+#include "model/LoudnessMeasurement.h"
 
 // The one static gain for one measured file.
 struct NormalizationPlan

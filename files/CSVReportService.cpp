@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/CSVReportService.h"
 
-#include "engine/NumberFormat.h"
 #include "engine/SystemError.h"
+#include "model/NumberFormat.h"
 #include "model/SourceAudioFormat.h"
 #include "model/StandardPath.h"
 

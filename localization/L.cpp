@@ -1,255 +1,426 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "localization/L.h"
 
-#include <QCoreApplication>
+#include "model/NumberFormat.h"
 
-namespace L {
+#include <QCoreApplication>
+#include <QEvent>
 
 namespace {
+
+struct Entry
+{
+    const char *source;
+    // Counted: the catalogue holds plural forms and %n stands for the count.
+    bool counted;
+};
+
+Entry entry(L::Text key)
+{
+    switch (key) {
+    case L::AppSubtitle:
+        return {QT_TRANSLATE_NOOP("L", "Batch loudness normalization and audio conversion"), false};
+    case L::ProcessingComplete:
+        return {QT_TRANSLATE_NOOP("L", "Processing Complete"), false};
+    case L::Files:
+        return {QT_TRANSLATE_N_NOOP("L", "%n file(s)"), true};
+    case L::Folders:
+        return {QT_TRANSLATE_N_NOOP("L", "%n folder(s)"), true};
+    case L::FilesProcessed:
+        return {QT_TRANSLATE_N_NOOP("L", "%n file(s) processed"), true};
+    case L::ReachedTarget:
+        return {QT_TRANSLATE_NOOP("L", "%1 reached target loudness"), false};
+    case L::Converted:
+        return {QT_TRANSLATE_NOOP("L", "%1 converted"), false};
+    case L::PeakLimited:
+        return {QT_TRANSLATE_NOOP("L", "%1 limited by true peak"), false};
+    case L::FailedCount:
+        return {QT_TRANSLATE_NOOP("L", "%1 failed"), false};
+    case L::RevealOutputFolder:
+        return {QT_TRANSLATE_NOOP("L", "Reveal Output Folder"), false};
+    case L::ProcessNewFiles:
+        return {QT_TRANSLATE_NOOP("L", "Process New Files"), false};
+    case L::PanelSelectFiles:
+        return {QT_TRANSLATE_NOOP("L", "Select audio files to add to the queue"), false};
+    case L::PanelSelectFolder:
+        return {QT_TRANSLATE_NOOP("L", "Select a folder to scan for audio files"), false};
+    case L::PanelChooseDestination:
+        return {QT_TRANSLATE_NOOP("L", "Choose where prepared audio will be saved"), false};
+    case L::DropHere:
+        return {QT_TRANSLATE_NOOP("L", "Drop audio files or folders here"), false};
+    case L::FilesLoaded:
+        return {QT_TRANSLATE_N_NOOP("L", "%n file(s) loaded"), true};
+    case L::IndividualFiles:
+        return {QT_TRANSLATE_NOOP("L", "Individual files"), false};
+    case L::AnalyzeLoudness:
+        return {QT_TRANSLATE_NOOP("L", "Analyze Loudness"), false};
+    case L::ProcessFiles:
+        return {QT_TRANSLATE_N_NOOP("L", "Process %n File(s)"), true};
+    case L::FilesReady:
+        return {QT_TRANSLATE_N_NOOP("L", "%n file(s) ready"), true};
+    case L::AnalyzingProgress:
+        return {QT_TRANSLATE_NOOP("L", "Analyzing loudness\u2026 %1/%2"), false};
+    case L::ProcessingProgress:
+        return {QT_TRANSLATE_NOOP("L", "Processing %1 of %2"), false};
+    case L::NoOutputFolder:
+        return {QT_TRANSLATE_NOOP("L", "No output folder selected"), false};
+    case L::Added:
+        return {QT_TRANSLATE_NOOP("L", "%1 added"), false};
+    case L::AlreadyInQueue:
+        return {QT_TRANSLATE_NOOP("L", "%1 already in queue"), false};
+    case L::UnsupportedIgnored:
+        return {QT_TRANSLATE_NOOP("L", "%1 unsupported ignored"), false};
+    case L::NormalizeLoudness:
+        return {QT_TRANSLATE_NOOP("L", "Normalize loudness"), false};
+    case L::TruePeakCeiling:
+        return {QT_TRANSLATE_NOOP("L", "True Peak Ceiling"), false};
+    case L::NoFolderSelected:
+        return {QT_TRANSLATE_NOOP("L", "No folder selected"), false};
+    case L::RevealWhenComplete:
+        return {QT_TRANSLATE_NOOP("L", "Reveal in file manager when complete"), false};
+    case L::NoFilesInQueue:
+        return {QT_TRANSLATE_NOOP("L", "No files in queue"), false};
+    case L::RemoveFromQueue:
+        return {QT_TRANSLATE_NOOP("L", "Remove from queue"), false};
+    case L::ProcessSelected:
+        return {QT_TRANSLATE_NOOP("L", "Process Selected (%1)"), false};
+    case L::OfFiles:
+        return {QT_TRANSLATE_NOOP("L", "%1 of %2 files"), false};
+    case L::WarnInsideSource:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "The output folder overlaps your imported files. Exports will be "
+                                  "kept separate, but choosing a folder outside the source is "
+                                  "recommended."),
+                false};
+    case L::WarnNotWritable:
+        return {QT_TRANSLATE_NOOP("L", "Tonbrook can't write to this folder. Choose a different "
+                                       "destination."),
+                false};
+    case L::SupportMenuItem:
+        return {QT_TRANSLATE_NOOP("L", "Support the project"), false};
+    case L::SupportTitle:
+        return {QT_TRANSLATE_NOOP("L", "Thank you for using Tonbrook"), false};
+    case L::SupportBody:
+        return {QT_TRANSLATE_NOOP(
+                    "L", "Tonbrook is a free tool by Quillmere Tools. If it helps your "
+                         "work, you can support its development with a tip or by "
+                         "subscribing to the channel. It's entirely optional \u2014 and it "
+                         "helps new tools get made."),
+                false};
+    case L::SupportChannelButton:
+        return {QT_TRANSLATE_NOOP("L", "Subscribe to channel"), false};
+    case L::SampleRateHeading:
+        return {QT_TRANSLATE_NOOP("L", "Sample Rate"), false};
+    case L::BitDepthHeading:
+        return {QT_TRANSLATE_NOOP("L", "Bit Depth"), false};
+    case L::OutputFormatHeading:
+        return {QT_TRANSLATE_NOOP("L", "Output Format"), false};
+    case L::DamagedMessage:
+        return {QT_TRANSLATE_NOOP(
+                    "L", "Could not process \u201c%1\u201d.\nThe file may be damaged or use "
+                         "an unsupported codec."),
+                false};
+    case L::DiskFullMessage:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Could not save \u201c%1\u201d.\nThe disk is full \u2014 free up "
+                                  "space and try again."),
+                false};
+    case L::PermissionMessage:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Could not write \u201c%1\u201d.\nTonbrook doesn\u2019t have "
+                                  "permission for that folder."),
+                false};
+    case L::WriteFailedMessage:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Could not save \u201c%1\u201d.\nCheck that the output folder is "
+                                  "writable and has enough free space."),
+                false};
+    case L::ReadOnlyMessage:
+        return {QT_TRANSLATE_NOOP("L", "Could not save \u201c%1\u201d.\nThe output folder is on a "
+                                       "read-only disk."),
+                false};
+    case L::PathTooLongMessage:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Could not save \u201c%1\u201d.\nThe output path is too long for "
+                                  "the disk \u2014 choose an output folder with a shorter path."),
+                false};
+    case L::SourceMissingMessage:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Could not read \u201c%1\u201d.\nThe file was moved or deleted "
+                                  "after it was added."),
+                false};
+    case L::SourceUnreadableMessage:
+        return {QT_TRANSLATE_NOOP("L", "Could not read \u201c%1\u201d.\nTonbrook doesn\u2019t have "
+                                       "permission to read that file."),
+                false};
+    case L::TookTooLongMessage:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Could not process \u201c%1\u201d.\nReading it took far longer "
+                                  "than a file of its size should; its header may be wrong."),
+                false};
+    case L::ClippedWarning:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Peaks reach %1 dBTP, above full scale: they are clipped in %2 "
+                                  "PCM. Choose 32-bit float to keep them."),
+                false};
+    case L::ChannelsChanged:
+        return {QT_TRANSLATE_NOOP("L", "Downmixed from %1 channels to %2: %3 takes at most %2."),
+                false};
+    case L::InstallationProblem:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Tonbrook\u2019s own ffmpeg is missing or cannot start (%1). "
+                                  "Nothing was processed: reinstall Tonbrook."),
+                false};
+    case L::ReportOverAudioRefused:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "The report is not written over \u201c%1\u201d: it is an audio "
+                                  "file. Choose another name."),
+                false};
+    case L::SameFileSkippedMessage:
+        return {QT_TRANSLATE_NOOP("L", "Skipped \u201c%1\u201d to avoid overwriting the original "
+                                       "file.\nChoose an output folder outside the source."),
+                false};
+    case L::CancelledMessage:
+        return {QT_TRANSLATE_NOOP("L", "Cancelled."), false};
+    case L::ReportNotSaved:
+        return {QT_TRANSLATE_NOOP("L", "Could not save the report: %1"), false};
+    case L::SelectFiles:
+        return {QT_TRANSLATE_NOOP("L", "Select Files"), false};
+    case L::SelectFolder:
+        return {QT_TRANSLATE_NOOP("L", "Select Folder"), false};
+    case L::AddFiles:
+        return {QT_TRANSLATE_NOOP("L", "Add Files"), false};
+    case L::AddFolder:
+        return {QT_TRANSLATE_NOOP("L", "Add Folder"), false};
+    case L::RemoveSelected:
+        return {QT_TRANSLATE_NOOP("L", "Remove Selected"), false};
+    case L::ClearQueue:
+        return {QT_TRANSLATE_NOOP("L", "Clear Queue"), false};
+    case L::ColumnFile:
+        return {QT_TRANSLATE_NOOP("L", "FILE"), false};
+    case L::ColumnSource:
+        return {QT_TRANSLATE_NOOP("L", "SOURCE"), false};
+    case L::ColumnLoudness:
+        return {QT_TRANSLATE_NOOP("L", "LOUDNESS"), false};
+    case L::ColumnOutput:
+        return {QT_TRANSLATE_NOOP("L", "OUTPUT"), false};
+    case L::ColumnStatus:
+        return {QT_TRANSLATE_NOOP("L", "STATUS"), false};
+    case L::SelectAll:
+        return {QT_TRANSLATE_NOOP("L", "Select all"), false};
+    case L::ProcessingTitle:
+        return {QT_TRANSLATE_NOOP("L", "Processing"), false};
+    case L::Cancel:
+        return {QT_TRANSLATE_NOOP("L", "Cancel"), false};
+    case L::ExportReport:
+        return {QT_TRANSLATE_NOOP("L", "Export Report"), false};
+    case L::Details:
+        return {QT_TRANSLATE_NOOP("L", "Details"), false};
+    case L::Done:
+        return {QT_TRANSLATE_NOOP("L", "Done"), false};
+    case L::Close:
+        return {QT_TRANSLATE_NOOP("L", "Close"), false};
+    case L::Version:
+        return {QT_TRANSLATE_NOOP("L", "Version"), false};
+    case L::About:
+        return {QT_TRANSLATE_NOOP("L", "About"), false};
+    case L::Licenses:
+        return {QT_TRANSLATE_NOOP("L", "Licenses"), false};
+    case L::ViewLicense:
+        return {QT_TRANSLATE_NOOP("L", "View license"), false};
+    case L::HideLicense:
+        return {QT_TRANSLATE_NOOP("L", "Hide license"), false};
+    case L::LeaveTip:
+        return {QT_TRANSLATE_NOOP("L", "Leave a tip"), false};
+    case L::Language:
+        return {QT_TRANSLATE_NOOP("L", "Language"), false};
+    case L::Choose:
+        return {QT_TRANSLATE_NOOP("L", "Choose"), false};
+    case L::ProcessFilesNone:
+        return {QT_TRANSLATE_NOOP("L", "Process Files"), false};
+    case L::Complete:
+        return {QT_TRANSLATE_NOOP("L", "Complete"), false};
+    case L::TargetHeading:
+        return {QT_TRANSLATE_NOOP("L", "Target Loudness"), false};
+    case L::PresetLabel:
+        return {QT_TRANSLATE_NOOP("L", "Preset"), false};
+    case L::CustomTarget:
+        return {QT_TRANSLATE_NOOP("L", "Custom target"), false};
+    case L::OutputFolderHeading:
+        return {QT_TRANSLATE_NOOP("L", "Output Folder"), false};
+    case L::ChooseFolder:
+        return {QT_TRANSLATE_NOOP("L", "Choose\u2026"), false};
+    case L::AddPrefix:
+        return {QT_TRANSLATE_NOOP("L", "Add prefix"), false};
+    case L::Copyright:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "\u00a9 2026 Quillmere Tools. Free software under the GNU GPL, "
+                                  "version 3 or later."),
+                false};
+    case L::FfmpegSummary:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Loudness analysis and audio encoding. Built with --disable-gpl "
+                                  "--enable-version3."),
+                false};
+    case L::LameSummary:
+        return {QT_TRANSLATE_NOOP("L", "MP3 encoder (libmp3lame), statically linked into FFmpeg."),
+                false};
+    case L::FfmpegBuildDescription:
+        return {QT_TRANSLATE_NOOP("L", "%1 \u2014 LGPL v3 build (GPL components disabled)"), false};
+    case L::DropToAdd:
+        return {QT_TRANSLATE_NOOP("L", "Drop to add to the queue"), false};
+    case L::AudioFilesFilter:
+        return {QT_TRANSLATE_NOOP("L", "Audio files"), false};
+    case L::CliDescription:
+        return {QT_TRANSLATE_NOOP("L",
+                                  "Measures audio files and writes them at one loudness, as the "
+                                  "Tonbrook window does."),
+                false};
+    case L::CliUsage:
+        return {QT_TRANSLATE_NOOP("L", "Usage: %1 [options] PATH..."), false};
+    case L::CliOutputOption:
+        return {QT_TRANSLATE_NOOP("L", "Output folder (required unless --analyze-only)."), false};
+    case L::CliPresetOption:
+        return {QT_TRANSLATE_NOOP("L", "Loudness preset: %1."), false};
+    case L::CliTargetOption:
+        return {
+            QT_TRANSLATE_NOOP("L", "Custom target loudness, -70 to -5; selects the custom preset."),
+            false};
+    case L::CliCeilingOption:
+        return {QT_TRANSLATE_NOOP("L", "True-peak ceiling, -9 to 0 (default -1.0)."), false};
+    case L::CliNoNormalizeOption:
+        return {QT_TRANSLATE_NOOP("L", "Convert only; do not change the loudness."), false};
+    case L::CliFormatOption:
+        return {QT_TRANSLATE_NOOP("L", "Output format: keepOriginal, wav, aiff, mp3, caf."), false};
+    case L::CliSampleRateOption:
+        return {QT_TRANSLATE_NOOP("L", "Sample rate: preserveOriginal, rate44100, rate48000."),
+                false};
+    case L::CliBitDepthOption:
+        return {QT_TRANSLATE_NOOP(
+                    "L", "Bit depth of PCM output: 16, 24 or 32 (32-bit float) (default 24)."),
+                false};
+    case L::CliPrefixOption:
+        return {QT_TRANSLATE_NOOP("L", "Put this text before every output file name."), false};
+    case L::CliReportOption:
+        return {QT_TRANSLATE_NOOP("L", "Write the run's CSV report to this file."), false};
+    case L::CliAnalyzeOnlyOption:
+        return {QT_TRANSLATE_NOOP("L", "Measure and print; write nothing."), false};
+    case L::CliJsonOption:
+        return {QT_TRANSLATE_NOOP("L", "Print one JSON object per file instead of text."), false};
+    case L::CliLanguageOption:
+        return {QT_TRANSLATE_NOOP("L", "Language of this run: system, en or ru."), false};
+    case L::CliPathsArgument:
+        return {QT_TRANSLATE_NOOP("L", "Audio files and folders to process."), false};
+    case L::CliNeedsOutput:
+        return {QT_TRANSLATE_NOOP("L", "--output is required unless --analyze-only is given"),
+                false};
+    case L::CliNeedsPaths:
+        return {QT_TRANSLATE_NOOP("L", "no files or folders given"), false};
+    case L::CliInvalidValue:
+        return {QT_TRANSLATE_NOOP("L", "invalid value for %1: \u201c%2\u201d"), false};
+    case L::CliNothingImported:
+        return {
+            QT_TRANSLATE_NOOP("L", "nothing to do: no supported audio files among the paths given"),
+            false};
+    case L::CliReportWritten:
+        return {QT_TRANSLATE_NOOP("L", "Report written to %1"), false};
+    case L::CliNoSuchPath:
+        return {QT_TRANSLATE_NOOP("L", "no such file or folder: %1"), false};
+    case L::CliWarning:
+        return {QT_TRANSLATE_NOOP("L", "warning: %1"), false};
+    case L::CliMeasured:
+        return {QT_TRANSLATE_NOOP("L", "%1 LUFS, peak %2 dBTP, range %3 LU"), false};
+    case L::CliNotMeasured:
+        return {QT_TRANSLATE_NOOP("L", "could not be measured"), false};
+    case L::CliFigures:
+        return {QT_TRANSLATE_NOOP("L", "%1 \u2192 %2 LUFS, gain %3 dB, peak %4 dBTP"), false};
+    }
+    return {"", false};
+}
 
 QString translated(const char *text)
 {
     return QCoreApplication::translate("L", text);
 }
 
-// The catalogue picks the plural form for n; %n becomes n in plain digits.
-QString translated(const char *text, int n)
-{
-    return QCoreApplication::translate("L", text, nullptr, n);
-}
-
 } // namespace
 
-QString appSubtitle()
+L::L(QObject *parent)
+    : QObject(parent)
 {
-    return translated(QT_TRANSLATE_NOOP("L", "Batch loudness normalization and audio conversion"));
+    // Installing or removing a catalogue sends the application a LanguageChange.
+    if (QCoreApplication::instance())
+        QCoreApplication::instance()->installEventFilter(this);
 }
 
-QString processingComplete()
+bool L::eventFilter(QObject *watched, QEvent *event)
 {
-    return translated(QT_TRANSLATE_NOOP("L", "Processing Complete"));
+    if (watched == QCoreApplication::instance() && event->type() == QEvent::LanguageChange)
+        Q_EMIT languageChanged();
+    return QObject::eventFilter(watched, event);
 }
 
-QString files(int n)
+QString L::text(Text key, const QVariant &a, const QVariant &b, const QVariant &c,
+                const QVariant &d)
 {
-    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s)"), n);
+    const Entry found = entry(key);
+    QList<const QVariant *> arguments;
+    for (const QVariant *argument : {&a, &b, &c, &d}) {
+        if (argument->isValid())
+            arguments.append(argument);
+    }
+    QString result;
+    if (found.counted && !arguments.isEmpty())
+        result =
+            QCoreApplication::translate("L", found.source, nullptr, arguments.takeFirst()->toInt());
+    else
+        result = translated(found.source);
+    // All at once, so that a %1 inside an argument (a file name) stays as it is.
+    switch (arguments.size()) {
+    case 1:
+        return result.arg(arguments[0]->toString());
+    case 2:
+        return result.arg(arguments[0]->toString(), arguments[1]->toString());
+    case 3:
+        return result.arg(arguments[0]->toString(), arguments[1]->toString(),
+                          arguments[2]->toString());
+    case 4:
+        return result.arg(arguments[0]->toString(), arguments[1]->toString(),
+                          arguments[2]->toString(), arguments[3]->toString());
+    default:
+        return result;
+    }
 }
 
-QString folders(int n)
+QString L::presetName(const LoudnessPreset &preset)
 {
-    return translated(QT_TRANSLATE_N_NOOP("L", "%n folder(s)"), n);
-}
-
-QString filesProcessed(int n)
-{
-    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s) processed"), n);
-}
-
-QString reachedTarget(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 reached target loudness")).arg(n);
-}
-
-QString converted(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 converted")).arg(n);
-}
-
-QString peakLimited(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 limited by true peak")).arg(n);
-}
-
-QString failedCount(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 failed")).arg(n);
-}
-
-QString revealOutputFolder()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Reveal Output Folder"));
-}
-
-QString processNewFiles()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Process New Files"));
-}
-
-QString panelSelectFiles()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Select audio files to add to the queue"));
-}
-
-QString panelSelectFolder()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Select a folder to scan for audio files"));
-}
-
-QString panelChooseDestination()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Choose where prepared audio will be saved"));
-}
-
-QString dropHere()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Drop audio files or folders here"));
-}
-
-QString filesLoaded(int n)
-{
-    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s) loaded"), n);
-}
-
-QString individualFiles()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Individual files"));
-}
-
-QString analyzeLoudness()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Analyze Loudness"));
-}
-
-QString processFiles(int n)
-{
-    return translated(QT_TRANSLATE_N_NOOP("L", "Process %n File(s)"), n);
-}
-
-QString filesReady(int n)
-{
-    return translated(QT_TRANSLATE_N_NOOP("L", "%n file(s) ready"), n);
-}
-
-QString analyzingProgress(int done, int total)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Analyzing loudness\u2026 %1/%2"))
-        .arg(done)
-        .arg(total);
-}
-
-QString processingProgress(int done, int total)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Processing %1 of %2")).arg(done).arg(total);
-}
-
-QString noOutputFolder()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "No output folder selected"));
-}
-
-QString added(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 added")).arg(n);
-}
-
-QString alreadyInQueue(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 already in queue")).arg(n);
-}
-
-QString unsupportedIgnored(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 unsupported ignored")).arg(n);
-}
-
-QString normalizeLoudness()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Normalize loudness"));
-}
-
-QString truePeakCeiling()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "True Peak Ceiling"));
-}
-
-QString noFolderSelected()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "No folder selected"));
-}
-
-QString revealWhenComplete()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Reveal in file manager when complete"));
-}
-
-QString noFilesInQueue()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "No files in queue"));
-}
-
-QString removeFromQueue()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Remove from queue"));
-}
-
-QString processSelected(int n)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Process Selected (%1)")).arg(n);
-}
-
-QString ofFiles(int done, int total)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 of %2 files")).arg(done).arg(total);
-}
-
-QString warnInsideSource()
-{
-    return translated(
-        QT_TRANSLATE_NOOP("L", "The output folder overlaps your imported files. Exports will "
-                               "be kept separate, but choosing a folder outside the source "
-                               "is recommended."));
-}
-
-QString warnNotWritable()
-{
-    return translated(QT_TRANSLATE_NOOP(
-        "L", "Tonbrook can't write to this folder. Choose a different destination."));
-}
-
-QString supportMenuItem()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Support the project"));
-}
-
-QString supportTitle()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Thank you for using Tonbrook"));
-}
-
-QString supportBody()
-{
-    return translated(QT_TRANSLATE_NOOP(
-        "L",
-        "Tonbrook is a free tool by Quillmere Tools. If it helps your work, you can support its "
-        "development with a tip or by subscribing to the channel. It's entirely optional \u2014 "
-        "and it helps new tools get made."));
-}
-
-QString supportChannelButton()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Subscribe to channel"));
-}
-
-std::optional<QString> presetName(QStringView presetId)
-{
-    if (presetId == u"theatre_ambience")
+    const QStringView id = preset.id;
+    if (id == u"theatre_ambience")
         return translated(QT_TRANSLATE_NOOP("L", "Theatre Ambience"));
-    if (presetId == u"active_ambience")
+    if (id == u"active_ambience")
         return translated(QT_TRANSLATE_NOOP("L", "Active Ambience"));
-    if (presetId == u"music_playback")
+    if (id == u"music_playback")
         return translated(QT_TRANSLATE_NOOP("L", "Music / Playback"));
-    if (presetId == u"voice_dialogue")
+    if (id == u"voice_dialogue")
         return translated(QT_TRANSLATE_NOOP("L", "Voice / Dialogue"));
-    if (presetId == u"podcast")
+    if (id == u"podcast")
         return translated(QT_TRANSLATE_NOOP("L", "Podcast"));
-    if (presetId == u"streaming")
+    if (id == u"streaming")
         return translated(QT_TRANSLATE_NOOP("L", "Streaming"));
-    if (presetId == u"custom")
+    if (id == u"custom")
         return translated(QT_TRANSLATE_NOOP("L", "Custom"));
-    return std::nullopt;
+    return preset.id;
 }
 
-QString sampleRateLabel(SampleRateMode mode)
+QString L::presetLabel(const LoudnessPreset &preset)
+{
+    if (!preset.targetLUFS)
+        return presetName(preset);
+    return presetName(preset) + u' ' + NumberFormat::fixed(*preset.targetLUFS, 0) +
+           QStringLiteral(" LUFS");
+}
+
+QString L::sampleRateLabel(SampleRateMode mode)
 {
     switch (mode) {
     case SampleRateMode::PreserveOriginal:
@@ -262,29 +433,14 @@ QString sampleRateLabel(SampleRateMode mode)
     return {};
 }
 
-QString outputFormatLabel(OutputFormatMode mode)
+QString L::outputFormatLabel(OutputFormatMode mode)
 {
     if (mode == OutputFormatMode::KeepOriginal)
         return translated(QT_TRANSLATE_NOOP("L", "Keep original"));
     return OutputFormatModes::rawValue(mode).toUpper();
 }
 
-QString sampleRateHeading()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Sample Rate"));
-}
-
-QString bitDepthHeading()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Bit Depth"));
-}
-
-QString outputFormatHeading()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Output Format"));
-}
-
-QString statusName(ProcessingStatus::Kind kind)
+QString L::statusName(ProcessingStatus::Kind kind)
 {
     switch (kind) {
     case ProcessingStatus::Kind::Ready:
@@ -292,9 +448,9 @@ QString statusName(ProcessingStatus::Kind kind)
     case ProcessingStatus::Kind::Analyzing:
         return translated(QT_TRANSLATE_NOOP("L", "Analyzing"));
     case ProcessingStatus::Kind::Processing:
-        return processingTitle();
+        return text(ProcessingTitle);
     case ProcessingStatus::Kind::Done:
-        return done();
+        return text(Done);
     case ProcessingStatus::Kind::Warning:
         return translated(QT_TRANSLATE_NOOP("L", "Warning"));
     case ProcessingStatus::Kind::Failed:
@@ -305,85 +461,25 @@ QString statusName(ProcessingStatus::Kind kind)
     return {};
 }
 
-QString damagedMessage(const QString &fileName)
+QString L::languageName(AppLanguage language)
 {
-    return translated(QT_TRANSLATE_NOOP(
-                          "L", "Could not process \u201c%1\u201d.\nThe file may be damaged or "
-                               "use an unsupported codec."))
-        .arg(fileName);
+    switch (language) {
+    case AppLanguage::System:
+        return translated(QT_TRANSLATE_NOOP("L", "System"));
+    case AppLanguage::En:
+        return QStringLiteral("English");
+    case AppLanguage::Ru:
+        return QStringLiteral("\u0420\u0443\u0441\u0441\u043a\u0438\u0439");
+    }
+    return {};
 }
 
-QString diskFullMessage(const QString &fileName)
+QString L::languageName(const QString &rawValue)
 {
-    return translated(QT_TRANSLATE_NOOP(
-                          "L", "Could not save \u201c%1\u201d.\nThe disk is full \u2014 free "
-                               "up space and try again."))
-        .arg(fileName);
+    return languageName(AppLanguages::fromRawValue(rawValue).value_or(AppLanguage::System));
 }
 
-QString permissionMessage(const QString &fileName)
-{
-    return translated(
-               QT_TRANSLATE_NOOP("L", "Could not write \u201c%1\u201d.\nTonbrook doesn\u2019t have "
-                                      "permission for that folder."))
-        .arg(fileName);
-}
-
-QString writeFailedMessage(const QString &fileName)
-{
-    return translated(QT_TRANSLATE_NOOP(
-                          "L", "Could not save \u201c%1\u201d.\nCheck that the output folder "
-                               "is writable and has enough free space."))
-        .arg(fileName);
-}
-
-QString readOnlyMessage(const QString &fileName)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Could not save \u201c%1\u201d.\nThe output folder "
-                                             "is on a read-only disk."))
-        .arg(fileName);
-}
-
-QString pathTooLongMessage(const QString &fileName)
-{
-    return translated(QT_TRANSLATE_NOOP(
-                          "L", "Could not save \u201c%1\u201d.\nThe output path is too long "
-                               "for the disk \u2014 choose an output folder with a shorter path."))
-        .arg(fileName);
-}
-
-QString sourceMissingMessage(const QString &fileName)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Could not read \u201c%1\u201d.\nThe file was "
-                                             "moved or deleted after it was added."))
-        .arg(fileName);
-}
-
-QString sourceUnreadableMessage(const QString &fileName)
-{
-    return translated(QT_TRANSLATE_NOOP("L",
-                                        "Could not read \u201c%1\u201d.\nTonbrook doesn\u2019t "
-                                        "have permission to read that file."))
-        .arg(fileName);
-}
-
-QString tookTooLongMessage(const QString &fileName)
-{
-    return translated(QT_TRANSLATE_NOOP(
-                          "L", "Could not process \u201c%1\u201d.\nReading it took far longer "
-                               "than a file of its size should; its header may be wrong."))
-        .arg(fileName);
-}
-
-QString clippedWarning(const QString &peak, const QString &depth)
-{
-    return translated(QT_TRANSLATE_NOOP("L",
-                                        "Peaks reach %1 dBTP, above full scale: they are "
-                                        "clipped in %2 PCM. Choose 32-bit float to keep them."))
-        .arg(peak, depth);
-}
-
-QString sampleRateChanged(int from, int to, const QString &format)
+QString L::sampleRateChanged(int from, int to, const QString &format)
 {
     const auto kilohertz = [](int hertz) { return QString::number(hertz / 1000.0); };
     return translated(QT_TRANSLATE_NOOP("L", "Written at %2 kHz instead of %1 kHz: %3 cannot take "
@@ -391,16 +487,7 @@ QString sampleRateChanged(int from, int to, const QString &format)
         .arg(kilohertz(from), kilohertz(to), format);
 }
 
-QString channelsChanged(int from, int to, const QString &format)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Downmixed from %1 channels to %2: %3 takes at "
-                                             "most %2."))
-        .arg(from)
-        .arg(to)
-        .arg(format);
-}
-
-QString notKept(const QStringList &kinds, const QString &format)
+QString L::notKept(const QStringList &kinds, const QString &format)
 {
     if (kinds.contains(QStringLiteral("damaged")))
         return translated(QT_TRANSLATE_NOOP("L", "The source's chunk list is damaged: its "
@@ -415,400 +502,3 @@ QString notKept(const QStringList &kinds, const QString &format)
     return translated(QT_TRANSLATE_NOOP("L", "Not kept in %1: %2."))
         .arg(format, names.join(QStringLiteral(", ")));
 }
-
-QString installationProblem(const QString &reason)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Tonbrook\u2019s own ffmpeg is missing or cannot "
-                                             "start (%1). Nothing was processed: reinstall "
-                                             "Tonbrook."))
-        .arg(reason);
-}
-
-QString reportOverAudioRefused(const QString &path)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "The report is not written over \u201c%1\u201d: "
-                                             "it is an audio file. Choose another name."))
-        .arg(path);
-}
-
-QString sameFileSkippedMessage(const QString &fileName)
-{
-    return translated(QT_TRANSLATE_NOOP("L",
-                                        "Skipped \u201c%1\u201d to avoid overwriting the original "
-                                        "file.\nChoose an output folder outside the source."))
-        .arg(fileName);
-}
-
-QString cancelledMessage()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Cancelled."));
-}
-
-QString reportNotSaved(const QString &reason)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Could not save the report: %1")).arg(reason);
-}
-
-QString selectFiles()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Select Files"));
-}
-
-QString selectFolder()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Select Folder"));
-}
-
-QString addFiles()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Add Files"));
-}
-
-QString addFolder()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Add Folder"));
-}
-
-QString removeSelected()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Remove Selected"));
-}
-
-QString clearQueue()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Clear Queue"));
-}
-
-QString columnFile()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "FILE"));
-}
-
-QString columnSource()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "SOURCE"));
-}
-
-QString columnLoudness()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "LOUDNESS"));
-}
-
-QString columnOutput()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "OUTPUT"));
-}
-
-QString columnStatus()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "STATUS"));
-}
-
-QString selectAll()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Select all"));
-}
-
-QString processingTitle()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Processing"));
-}
-
-QString cancel()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Cancel"));
-}
-
-QString exportReport()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Export Report"));
-}
-
-QString details()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Details"));
-}
-
-QString done()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Done"));
-}
-
-QString close()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Close"));
-}
-
-QString version()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Version"));
-}
-
-QString about()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "About"));
-}
-
-QString licenses()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Licenses"));
-}
-
-QString viewLicense()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "View license"));
-}
-
-QString hideLicense()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Hide license"));
-}
-
-QString leaveTip()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Leave a tip"));
-}
-
-QString language()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Language"));
-}
-
-QString languageName(AppLanguage language)
-{
-    switch (language) {
-    case AppLanguage::System:
-        return translated(QT_TRANSLATE_NOOP("L", "System"));
-    case AppLanguage::En:
-        return QStringLiteral("English");
-    case AppLanguage::Ru:
-        return QStringLiteral("\u0420\u0443\u0441\u0441\u043a\u0438\u0439");
-    }
-    return {};
-}
-
-QString choose()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Choose"));
-}
-
-QString processFilesNone()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Process Files"));
-}
-
-QString complete()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Complete"));
-}
-
-QString targetHeading()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Target Loudness"));
-}
-
-QString presetLabel()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Preset"));
-}
-
-QString customTarget()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Custom target"));
-}
-
-QString outputFolderHeading()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Output Folder"));
-}
-
-QString chooseFolder()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Choose\u2026"));
-}
-
-QString addPrefix()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Add prefix"));
-}
-
-QString copyright()
-{
-    return translated(QT_TRANSLATE_NOOP(
-        "L", "\u00a9 2026 Quillmere Tools. Free software under the GNU GPL, version 3 or later."));
-}
-
-QString ffmpegSummary()
-{
-    return translated(QT_TRANSLATE_NOOP(
-        "L", "Loudness analysis and audio encoding. Built with --disable-gpl --enable-version3."));
-}
-
-QString lameSummary()
-{
-    return translated(
-        QT_TRANSLATE_NOOP("L", "MP3 encoder (libmp3lame), statically linked into FFmpeg."));
-}
-
-QString ffmpegBuildDescription(const QString &version)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 \u2014 LGPL v3 build (GPL components disabled)"))
-        .arg(version);
-}
-
-QString dropToAdd()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Drop to add to the queue"));
-}
-
-QString showDetails()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Show details"));
-}
-
-QString audioFilesFilter()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Audio files"));
-}
-
-QString cliDescription()
-{
-    return translated(QT_TRANSLATE_NOOP(
-        "L", "Measures audio files and writes them at one loudness, as the Tonbrook window does."));
-}
-
-QString cliUsage(const QString &program)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Usage: %1 [options] PATH...")).arg(program);
-}
-
-QString cliOutputOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Output folder (required unless --analyze-only)."));
-}
-
-QString cliPresetOption(const QString &choices)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Loudness preset: %1.")).arg(choices);
-}
-
-QString cliTargetOption()
-{
-    return translated(
-        QT_TRANSLATE_NOOP("L", "Custom target loudness, -70 to -5; selects the custom preset."));
-}
-
-QString cliCeilingOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "True-peak ceiling, -9 to 0 (default -1.0)."));
-}
-
-QString cliNoNormalizeOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Convert only; do not change the loudness."));
-}
-
-QString cliFormatOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Output format: keepOriginal, wav, aiff, mp3, caf."));
-}
-
-QString cliSampleRateOption()
-{
-    return translated(
-        QT_TRANSLATE_NOOP("L", "Sample rate: preserveOriginal, rate44100, rate48000."));
-}
-
-QString cliBitDepthOption()
-{
-    return translated(QT_TRANSLATE_NOOP(
-        "L", "Bit depth of PCM output: 16, 24 or 32 (32-bit float) (default 24)."));
-}
-
-QString cliPrefixOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Put this text before every output file name."));
-}
-
-QString cliReportOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Write the run's CSV report to this file."));
-}
-
-QString cliAnalyzeOnlyOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Measure and print; write nothing."));
-}
-
-QString cliJsonOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Print one JSON object per file instead of text."));
-}
-
-QString cliLanguageOption()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Language of this run: system, en or ru."));
-}
-
-QString cliPathsArgument()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Audio files and folders to process."));
-}
-
-QString cliNeedsOutput()
-{
-    return translated(
-        QT_TRANSLATE_NOOP("L", "--output is required unless --analyze-only is given"));
-}
-
-QString cliNeedsPaths()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "no files or folders given"));
-}
-
-QString cliInvalidValue(const QString &option, const QString &value)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "invalid value for %1: \u201c%2\u201d"))
-        .arg(option, value);
-}
-
-QString cliNothingImported()
-{
-    return translated(
-        QT_TRANSLATE_NOOP("L", "nothing to do: no supported audio files among the paths given"));
-}
-
-QString cliReportWritten(const QString &path)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "Report written to %1")).arg(path);
-}
-
-QString cliNoSuchPath(const QString &path)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "no such file or folder: %1")).arg(path);
-}
-
-QString cliWarning(const QString &text)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "warning: %1")).arg(text);
-}
-
-QString cliMeasured(const QString &loudness, const QString &peak, const QString &range)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 LUFS, peak %2 dBTP, range %3 LU"))
-        .arg(loudness, peak, range);
-}
-
-QString cliNotMeasured()
-{
-    return translated(QT_TRANSLATE_NOOP("L", "could not be measured"));
-}
-
-QString cliFigures(const QString &original, const QString &final, const QString &gain,
-                   const QString &peak)
-{
-    return translated(QT_TRANSLATE_NOOP("L", "%1 \u2192 %2 LUFS, gain %3 dB, peak %4 dBTP"))
-        .arg(original, final, gain, peak);
-}
-
-} // namespace L

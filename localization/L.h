@@ -2,176 +2,190 @@
 #pragma once
 
 #include "localization/AppLanguage.h"
+#include "model/LoudnessPreset.h"
 #include "model/OutputFormatMode.h"
 #include "model/ProcessingStatus.h"
 #include "model/SampleRateMode.h"
 
-#include <QString>
+#include <QObject>
+#include <QStringList>
+#include <QVariant>
+#include <QtQml/qqmlregistration.h>
 
-#include <optional>
+// The string table: every text the user reads, in the interface language of
+// the moment (the Qt catalogue LanguageManager has installed). C++ reads it as
+// `L::text(L::DropHere)`, `L::text(L::Files, 3)`; QML as
+// `L.tr.text(L.DropHere)`, where reading `tr` makes the binding read its text
+// again when the language changes. Counted texts take their plural forms from
+// the catalogues; numbers are plain decimal, no grouping.
+class L : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(L *tr READ tr NOTIFY languageChanged)
 
-// Every text the user reads, in the interface language of the moment (the
-// Qt catalogue that LanguageManager has installed). Counted texts take their
-// plural forms from the catalogues; numbers are plain decimal, no grouping.
-namespace L {
+public:
+    enum Text
+    {
+        AppSubtitle,
+        ProcessingComplete,
+        Files,
+        Folders,
+        FilesProcessed,
+        ReachedTarget,
+        Converted,
+        PeakLimited,
+        FailedCount,
+        RevealOutputFolder,
+        ProcessNewFiles,
+        PanelSelectFiles,
+        PanelSelectFolder,
+        PanelChooseDestination,
+        DropHere,
+        FilesLoaded,
+        IndividualFiles,
+        AnalyzeLoudness,
+        ProcessFiles,
+        FilesReady,
+        AnalyzingProgress,
+        ProcessingProgress,
+        NoOutputFolder,
+        Added,
+        AlreadyInQueue,
+        UnsupportedIgnored,
+        NormalizeLoudness,
+        TruePeakCeiling,
+        NoFolderSelected,
+        RevealWhenComplete,
+        NoFilesInQueue,
+        RemoveFromQueue,
+        ProcessSelected,
+        OfFiles,
+        WarnInsideSource,
+        WarnNotWritable,
+        SupportMenuItem,
+        SupportTitle,
+        SupportBody,
+        SupportChannelButton,
+        SampleRateHeading,
+        BitDepthHeading,
+        OutputFormatHeading,
+        DamagedMessage,
+        DiskFullMessage,
+        PermissionMessage,
+        WriteFailedMessage,
+        ReadOnlyMessage,
+        PathTooLongMessage,
+        SourceMissingMessage,
+        SourceUnreadableMessage,
+        TookTooLongMessage,
+        ClippedWarning,
+        ChannelsChanged,
+        InstallationProblem,
+        ReportOverAudioRefused,
+        SameFileSkippedMessage,
+        CancelledMessage,
+        ReportNotSaved,
+        SelectFiles,
+        SelectFolder,
+        AddFiles,
+        AddFolder,
+        RemoveSelected,
+        ClearQueue,
+        ColumnFile,
+        ColumnSource,
+        ColumnLoudness,
+        ColumnOutput,
+        ColumnStatus,
+        SelectAll,
+        ProcessingTitle,
+        Cancel,
+        ExportReport,
+        Details,
+        Done,
+        Close,
+        Version,
+        About,
+        Licenses,
+        ViewLicense,
+        HideLicense,
+        LeaveTip,
+        Language,
+        Choose,
+        ProcessFilesNone,
+        Complete,
+        TargetHeading,
+        PresetLabel,
+        CustomTarget,
+        OutputFolderHeading,
+        ChooseFolder,
+        AddPrefix,
+        Copyright,
+        FfmpegSummary,
+        LameSummary,
+        FfmpegBuildDescription,
+        DropToAdd,
+        AudioFilesFilter,
+        CliDescription,
+        CliUsage,
+        CliOutputOption,
+        CliPresetOption,
+        CliTargetOption,
+        CliCeilingOption,
+        CliNoNormalizeOption,
+        CliFormatOption,
+        CliSampleRateOption,
+        CliBitDepthOption,
+        CliPrefixOption,
+        CliReportOption,
+        CliAnalyzeOnlyOption,
+        CliJsonOption,
+        CliLanguageOption,
+        CliPathsArgument,
+        CliNeedsOutput,
+        CliNeedsPaths,
+        CliInvalidValue,
+        CliNothingImported,
+        CliReportWritten,
+        CliNoSuchPath,
+        CliWarning,
+        CliMeasured,
+        CliNotMeasured,
+        CliFigures,
+    };
+    Q_ENUM(Text)
 
-// The string table.
-QString appSubtitle();
-QString processingComplete();
-QString files(int n);
-QString folders(int n);
-QString filesProcessed(int n);
-QString reachedTarget(int n);
-QString converted(int n);
-QString peakLimited(int n);
-QString failedCount(int n);
-QString revealOutputFolder();
-QString processNewFiles();
-QString panelSelectFiles();
-QString panelSelectFolder();
-QString panelChooseDestination();
-QString dropHere();
-QString filesLoaded(int n);
-QString individualFiles();
-QString analyzeLoudness();
-QString processFiles(int n);
-QString filesReady(int n);
-QString analyzingProgress(int done, int total);
-QString processingProgress(int done, int total);
-QString noOutputFolder();
-QString added(int n);
-QString alreadyInQueue(int n);
-QString unsupportedIgnored(int n);
-QString normalizeLoudness();
-QString truePeakCeiling();
-QString noFolderSelected();
-QString revealWhenComplete();
-QString noFilesInQueue();
-QString removeFromQueue();
-QString processSelected(int n);
-QString ofFiles(int done, int total);
-QString warnInsideSource();
-QString warnNotWritable();
-QString supportMenuItem();
-QString supportTitle();
-QString supportBody();
-QString supportChannelButton();
+    explicit L(QObject *parent = nullptr);
 
-// Presets, modes and statuses.
-// The display name of a built-in preset; absent for an id that is not one.
-std::optional<QString> presetName(QStringView presetId);
-QString sampleRateLabel(SampleRateMode mode);
-QString outputFormatLabel(OutputFormatMode mode);
-QString sampleRateHeading();
-QString bitDepthHeading();
-QString outputFormatHeading();
-// The badge's word for a status ("Ready", "Failed", ...).
-QString statusName(ProcessingStatus::Kind kind);
+    L *tr() { return this; }
 
-// Messages for a file that could not be written; the name is quoted as is.
-QString damagedMessage(const QString &fileName);
-QString diskFullMessage(const QString &fileName);
-QString permissionMessage(const QString &fileName);
-QString writeFailedMessage(const QString &fileName);
-QString readOnlyMessage(const QString &fileName);
-QString pathTooLongMessage(const QString &fileName);
-QString sourceMissingMessage(const QString &fileName);
-QString sourceUnreadableMessage(const QString &fileName);
-QString tookTooLongMessage(const QString &fileName);
-// A conversion into integer PCM that clipped: the peak ("+2.3") and the depth written ("24-bit").
-QString clippedWarning(const QString &peak, const QString &depth);
-// What the encoder's limits changed, one sentence each.
-QString sampleRateChanged(int from, int to, const QString &format);
-QString channelsChanged(int from, int to, const QString &format);
-// What the source carried that the output format drops ("bext", "iXML", "markers",
-// "loops"), or "damaged" for a chunk list that could not be read.
-QString notKept(const QStringList &kinds, const QString &format);
-// The bundled ffmpeg is missing or cannot start: the installation, not the files.
-QString installationProblem(const QString &reason);
-QString reportOverAudioRefused(const QString &path);
-QString sameFileSkippedMessage(const QString &fileName);
-QString cancelledMessage();
-QString reportNotSaved(const QString &reason);
+    // The text of a key. A counted key ("%n file(s)") takes its plural form
+    // from the first argument; the other arguments fill %1, %2, ... in order.
+    Q_INVOKABLE static QString text(L::Text key, const QVariant &a = {}, const QVariant &b = {},
+                                    const QVariant &c = {}, const QVariant &d = {});
 
-// Window, screens and sheets.
-QString selectFiles();
-QString selectFolder();
-QString addFiles();
-QString addFolder();
-QString removeSelected();
-QString clearQueue();
-QString columnFile();
-QString columnSource();
-QString columnLoudness();
-QString columnOutput();
-QString columnStatus();
-QString selectAll();
-QString processingTitle();
-QString cancel();
-QString exportReport();
-QString details();
-QString done();
-QString close();
-QString version();
-QString about();
-QString licenses();
-QString viewLicense();
-QString hideLicense();
-QString leaveTip();
-QString language();
-// A language as its menu entry shows it: "System" in the interface language,
-// the others in their own ("English", "Русский").
-QString languageName(AppLanguage language);
-QString choose();
-QString processFilesNone();
-QString complete();
-// Settings panels, sheets and tooltips.
-QString targetHeading();
-QString presetLabel();
-QString customTarget();
-QString outputFolderHeading();
-QString chooseFolder();
-QString addPrefix();
-QString copyright();
-QString ffmpegSummary();
-QString lameSummary();
-// "7.1.5 — LGPL v3 build (GPL components disabled)".
-QString ffmpegBuildDescription(const QString &version);
-QString dropToAdd();
-QString showDetails();
+    // Texts composed from values.
+    static QString presetName(const LoudnessPreset &preset);
+    // The picker's text: "Streaming -14 LUFS", or the bare name without a target.
+    static QString presetLabel(const LoudnessPreset &preset);
+    static QString sampleRateLabel(SampleRateMode mode);
+    static QString outputFormatLabel(OutputFormatMode mode);
+    // The badge's word for a status ("Ready", "Failed", ...).
+    Q_INVOKABLE static QString statusName(ProcessingStatusKinds::Kind kind);
+    // A language as its menu entry shows it: "System" in the interface language,
+    // the others in their own ("English", "Русский").
+    static QString languageName(AppLanguage language);
+    Q_INVOKABLE static QString languageName(const QString &rawValue);
+    // What the encoder's limits changed, one sentence each.
+    static QString sampleRateChanged(int from, int to, const QString &format);
+    // What the source carried that the output format drops ("bext", "iXML",
+    // "markers", "loops"), or "damaged" for a chunk list that could not be read.
+    static QString notKept(const QStringList &kinds, const QString &format);
 
-// File dialog filters: "Audio files (*.wav ...)".
-QString audioFilesFilter();
+Q_SIGNALS:
+    void languageChanged();
 
-// The command-line front end.
-QString cliDescription();
-QString cliUsage(const QString &program);
-QString cliOutputOption();
-QString cliPresetOption(const QString &choices);
-QString cliTargetOption();
-QString cliCeilingOption();
-QString cliNoNormalizeOption();
-QString cliFormatOption();
-QString cliSampleRateOption();
-QString cliBitDepthOption();
-QString cliPrefixOption();
-QString cliReportOption();
-QString cliAnalyzeOnlyOption();
-QString cliJsonOption();
-QString cliLanguageOption();
-QString cliPathsArgument();
-QString cliNeedsOutput();
-QString cliNeedsPaths();
-QString cliInvalidValue(const QString &option, const QString &value);
-QString cliNothingImported();
-QString cliReportWritten(const QString &path);
-QString cliNoSuchPath(const QString &path);
-QString cliWarning(const QString &text);
-// "-20.5 LUFS, peak -3.1 dBTP, range 6.2 LU"; the figures come formatted.
-QString cliMeasured(const QString &loudness, const QString &peak, const QString &range);
-QString cliNotMeasured();
-// "-20.5 → -14.0 LUFS, gain +6.5 dB, peak -1.0 dBTP".
-QString cliFigures(const QString &original, const QString &final, const QString &gain,
-                   const QString &peak);
-
-} // namespace L
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};

@@ -1,27 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "localization/LanguageManager.h"
 
-#include "model/UserPreferences.h"
-
 #include <QCoreApplication>
 #include <QLocale>
 #include <QSettings>
 #include <QTranslator>
 
 #include <utility>
-
-LanguageManager &LanguageManager::shared()
-{
-    static LanguageManager *instance = [] {
-        auto *manager =
-            new LanguageManager(UserPreferences::open(), QLocale::system().uiLanguages());
-        // Lives as long as the application object; never deleted before it.
-        if (QCoreApplication::instance())
-            manager->setParent(QCoreApplication::instance());
-        return manager;
-    }();
-    return *instance;
-}
 
 LanguageManager::LanguageManager(std::unique_ptr<QSettings> store, QStringList preferredLanguages,
                                  QObject *parent)
@@ -36,7 +21,7 @@ LanguageManager::LanguageManager(std::unique_ptr<QSettings> store, QStringList p
 
 LanguageManager::~LanguageManager()
 {
-    // The shared instance may outlive the application object.
+    // The application object may be gone already.
     if (m_translator && QCoreApplication::instance())
         QCoreApplication::removeTranslator(m_translator.get());
 }

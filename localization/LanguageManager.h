@@ -25,10 +25,6 @@ class LanguageManager : public QObject
 public:
     static constexpr QLatin1StringView key{"tb.languageSelection"};
 
-    // The one instance the application uses, made on first use from the user's
-    // preferences and the system's preferred languages.
-    static LanguageManager &shared();
-
     // A given store (none: the choice lasts for this process only) and a
     // given list of preferred languages.
     LanguageManager(std::unique_ptr<QSettings> store, QStringList preferredLanguages,

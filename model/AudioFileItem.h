@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/LoudnessMeasurement.h"
 #include "model/AudioCategory.h"
 #include "model/FileStamp.h"
+#include "model/LoudnessMeasurement.h"
 #include "model/OutputFormatMode.h"
 #include "model/ProcessingResult.h"
 #include "model/ProcessingStatus.h"

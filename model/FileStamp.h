@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
-
-#include <optional>
+#include <QtGlobal>
 
 // What a file looked like at one moment: enough to tell that it was replaced
 // or rewritten since (an editor saving in place keeps the inode but not the
@@ -13,9 +11,6 @@ struct FileStamp
     qint64 size = 0;
     qint64 modifiedNanoseconds = 0;
     quint64 inode = 0;
-
-    // The file as it is now; absent when it cannot be looked at.
-    static std::optional<FileStamp> of(const QString &path);
 
     friend bool operator==(const FileStamp &, const FileStamp &) = default;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/LoudnessPreset.h"
+#include "model/LoudnessPreset.h"
 #include "model/OutputBitDepth.h"
 #include "model/OutputFormatMode.h"
 #include "model/SampleRateMode.h"
@@ -14,6 +14,12 @@
 // while a run goes on apply to the next run only.
 struct ProcessingSettings
 {
+    // The values a custom target and a ceiling may take, in LUFS and dBTP.
+    static constexpr double minimumTarget = -70;
+    static constexpr double maximumTarget = -5;
+    static constexpr double minimumCeiling = -9;
+    static constexpr double maximumCeiling = 0;
+
     bool normalizeLoudness = true;
     LoudnessPreset selectedPreset = LoudnessPreset::builtIn().front();
     double customTargetLUFS = -32.0;
@@ -30,6 +36,9 @@ struct ProcessingSettings
     // The loudness files are normalised to: the custom value for the custom
     // preset or a preset without a target, else the preset's own.
     double effectiveTargetLUFS() const;
+
+    static bool isTargetInRange(double target);
+    static bool isCeilingInRange(double ceiling);
 
     friend bool operator==(const ProcessingSettings &, const ProcessingSettings &) = default;
 };

@@ -1,23 +1,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QObject>
 #include <QString>
+
+// The kinds in a namespace of their own, so that QML can name them
+// (ProcessingStatus.Ready, ...).
+namespace ProcessingStatusKinds {
+Q_NAMESPACE
+
+enum class Kind
+{
+    Warning,
+    Failed,
+    Ready,
+    Analyzing,
+    Processing,
+    Done,
+    Cancelled,
+};
+Q_ENUM_NS(Kind)
+
+} // namespace ProcessingStatusKinds
 
 // Where one queue item stands. Warning and Failed carry a message for the user;
 // how a status is drawn belongs to the views.
 class ProcessingStatus
 {
 public:
-    enum class Kind
-    {
-        Warning,
-        Failed,
-        Ready,
-        Analyzing,
-        Processing,
-        Done,
-        Cancelled,
-    };
+    using Kind = ProcessingStatusKinds::Kind;
+
+    // "ready", "failed", ...: the kind's name in machine-read output (JSON).
+    static QString rawValue(Kind kind);
 
     static ProcessingStatus warning(const QString &message) { return {Kind::Warning, message}; }
     static ProcessingStatus failed(const QString &message) { return {Kind::Failed, message}; }

@@ -4,6 +4,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // The application's name, version and copyright.
 TBSheet {
@@ -33,13 +34,13 @@ TBSheet {
         }
         Label {
             objectName: "aboutVersion"
-            text: Strings.tr.version() + " " + root.version
+            text: L.tr.text(L.Version) + " " + root.version
             font.pixelSize: 12
             color: TBTheme.muted
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
-            text: Strings.tr.copyright()
+            text: L.tr.text(L.Copyright)
             font.pixelSize: 11
             color: TBTheme.muted
             wrapMode: Text.Wrap
@@ -48,7 +49,7 @@ TBSheet {
         }
         TBOutlinedButton {
             objectName: "aboutClose"
-            text: Strings.tr.close()
+            text: L.tr.text(L.Close)
             onClicked: root.close()
             Layout.alignment: Qt.AlignHCenter
             Layout.topMargin: 8

@@ -5,6 +5,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // The top bar: the brand, what is going on, the language, About and Licenses,
 // and the process button.
@@ -63,7 +64,7 @@ Rectangle {
             }
             Label {
                 objectName: "subtitle"
-                text: Strings.tr.appSubtitle()
+                text: L.tr.text(L.AppSubtitle)
                 font.pixelSize: 10
                 color: TBTheme.muted
                 wrapMode: Text.Wrap
@@ -88,8 +89,8 @@ Rectangle {
             id: languageButton
             objectName: "languageButton"
             iconName: "globe"
-            text: root.compact ? "" : Strings.tr.language()
-            tip: Strings.tr.language()
+            text: root.compact ? "" : L.tr.text(L.Language)
+            tip: L.tr.text(L.Language)
             onClicked: languageMenu.open()
 
             TBMenu {
@@ -101,7 +102,7 @@ Rectangle {
                     delegate: TBMenuItem {
                         required property string modelData
                         objectName: "language_" + modelData
-                        text: Strings.tr.languageName(modelData)
+                        text: L.tr.languageName(modelData)
                         current: root.languageSelection === modelData
                         onTriggered: root.languageChosen(modelData)
                     }
@@ -111,17 +112,17 @@ Rectangle {
         TBToolbarButton {
             objectName: "supportButton"
             iconName: "heart"
-            tip: Strings.tr.supportMenuItem()
+            tip: L.tr.text(L.SupportMenuItem)
             onClicked: root.showSupport()
         }
         TBToolbarButton {
             objectName: "aboutButton"
-            text: Strings.tr.about()
+            text: L.tr.text(L.About)
             onClicked: root.showAbout()
         }
         TBToolbarButton {
             objectName: "licensesButton"
-            text: Strings.tr.licenses()
+            text: L.tr.text(L.Licenses)
             onClicked: root.showLicenses()
         }
         TBPrimaryButton {

@@ -5,6 +5,7 @@ import QtQuick.Layouts
 import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // After a run: what happened, and what next.
 Item {
@@ -23,7 +24,7 @@ Item {
         spacing: 18
 
         TBSectionLabel {
-            text: Strings.tr.processingComplete()
+            text: L.tr.text(L.ProcessingComplete)
             Layout.alignment: Qt.AlignHCenter
         }
         ColumnLayout {
@@ -31,7 +32,7 @@ Item {
             Layout.alignment: Qt.AlignHCenter
             Label {
                 objectName: "filesProcessed"
-                text: Strings.tr.filesProcessed(root.summary.totalProcessed)
+                text: L.tr.text(L.FilesProcessed, root.summary.totalProcessed)
                 font.pixelSize: 22
                 font.weight: Font.DemiBold
                 font.family: "monospace"
@@ -40,7 +41,7 @@ Item {
             }
             Label {
                 objectName: "reachedLine"
-                text: root.summary.normalized ? Strings.tr.reachedTarget(root.summary.reachedTarget) : Strings.tr.converted(root.summary.reachedTarget)
+                text: root.summary.normalized ? L.tr.text(L.ReachedTarget, root.summary.reachedTarget) : L.tr.text(L.Converted, root.summary.reachedTarget)
                 font.pixelSize: 12
                 color: TBTheme.muted
                 Layout.alignment: Qt.AlignHCenter
@@ -48,7 +49,7 @@ Item {
             Label {
                 objectName: "peakLimitedLine"
                 visible: root.summary.peakLimited > 0
-                text: Strings.tr.peakLimited(root.summary.peakLimited)
+                text: L.tr.text(L.PeakLimited, root.summary.peakLimited)
                 font.pixelSize: 12
                 color: TBTheme.warning
                 Layout.alignment: Qt.AlignHCenter
@@ -56,7 +57,7 @@ Item {
             Label {
                 objectName: "failedLine"
                 visible: root.summary.failed > 0
-                text: Strings.tr.failedCount(root.summary.failed)
+                text: L.tr.text(L.FailedCount, root.summary.failed)
                 font.pixelSize: 12
                 color: TBTheme.error
                 Layout.alignment: Qt.AlignHCenter
@@ -68,19 +69,19 @@ Item {
             TBOutlinedButton {
                 objectName: "revealButton"
                 iconName: "folder"
-                text: Strings.tr.revealOutputFolder()
+                text: L.tr.text(L.RevealOutputFolder)
                 enabled: root.canRevealOutputFolder
                 onClicked: root.revealOutputFolder()
             }
             TBOutlinedButton {
                 objectName: "exportButton"
                 iconName: "download"
-                text: Strings.tr.exportReport()
+                text: L.tr.text(L.ExportReport)
                 onClicked: root.exportReport()
             }
             TBPrimaryButton {
                 objectName: "newFilesButton"
-                text: Strings.tr.processNewFiles()
+                text: L.tr.text(L.ProcessNewFiles)
                 onClicked: root.processNewFiles()
             }
         }

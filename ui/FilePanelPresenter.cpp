@@ -53,23 +53,23 @@ std::unique_ptr<QFileDialog> FilePanelPresenter::makeDialog(Panel panel,
     dialog->setDirectory(QDir::home());
     switch (panel) {
     case Panel::Files:
-        dialog->setWindowTitle(L::panelSelectFiles());
+        dialog->setWindowTitle(L::text(L::PanelSelectFiles));
         dialog->setFileMode(QFileDialog::ExistingFiles);
         if (!extensions.isEmpty())
-            dialog->setNameFilter(L::audioFilesFilter() + QStringLiteral(" (") +
+            dialog->setNameFilter(L::text(L::AudioFilesFilter) + QStringLiteral(" (") +
                                   patterns(extensions) + u')');
         break;
     case Panel::Folders:
-        dialog->setWindowTitle(L::panelSelectFolder());
+        dialog->setWindowTitle(L::text(L::PanelSelectFolder));
         dialog->setFileMode(QFileDialog::Directory);
         dialog->setOption(QFileDialog::ShowDirsOnly);
         allowSeveral(*dialog);
         break;
     case Panel::Destination:
-        dialog->setWindowTitle(L::panelChooseDestination());
+        dialog->setWindowTitle(L::text(L::PanelChooseDestination));
         dialog->setFileMode(QFileDialog::Directory);
         dialog->setOption(QFileDialog::ShowDirsOnly);
-        dialog->setLabelText(QFileDialog::Accept, L::choose());
+        dialog->setLabelText(QFileDialog::Accept, L::text(L::Choose));
         break;
     case Panel::Save: {
         const QString extension = extensions.value(0);

@@ -5,6 +5,7 @@ import QtQuick.Layouts
 import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // What is written: container, sample rate, bit depth.
 TBCard {
@@ -17,18 +18,18 @@ TBCard {
         spacing: 8
 
         TBSectionLabel {
-            text: Strings.tr.outputFormatHeading()
+            text: L.tr.text(L.OutputFormatHeading)
         }
         TBDropdown {
             objectName: "formatPicker"
             model: root.settings.formatLabels
             currentIndex: root.settings.formatIndex
             onActivated: index => root.settings.formatIndex = index
-            Accessible.description: Strings.tr.outputFormatHeading()
+            Accessible.description: L.tr.text(L.OutputFormatHeading)
             Layout.fillWidth: true
         }
         TBSectionLabel {
-            text: Strings.tr.sampleRateHeading()
+            text: L.tr.text(L.SampleRateHeading)
             Layout.topMargin: 4
         }
         TBDropdown {
@@ -36,11 +37,11 @@ TBCard {
             model: root.settings.sampleRateLabels
             currentIndex: root.settings.sampleRateIndex
             onActivated: index => root.settings.sampleRateIndex = index
-            Accessible.description: Strings.tr.sampleRateHeading()
+            Accessible.description: L.tr.text(L.SampleRateHeading)
             Layout.fillWidth: true
         }
         TBSectionLabel {
-            text: Strings.tr.bitDepthHeading()
+            text: L.tr.text(L.BitDepthHeading)
             Layout.topMargin: 4
         }
         TBSegmentedControl {
@@ -48,7 +49,7 @@ TBCard {
             enabled: root.settings.bitDepthApplies
             model: root.settings.bitDepthLabels
             currentIndex: root.settings.bitDepthIndex
-            accessibleName: Strings.tr.bitDepthHeading()
+            accessibleName: L.tr.text(L.BitDepthHeading)
             onActivated: index => root.settings.bitDepthIndex = index
             Layout.fillWidth: true
         }

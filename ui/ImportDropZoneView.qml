@@ -4,6 +4,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // Where files arrive: dropped on it (or anywhere on the screen) or chosen with
 // its buttons; once something is loaded it sums the queue up.
@@ -55,7 +56,7 @@ TBCard {
             }
             Label {
                 objectName: "dropHere"
-                text: root.isDragOver ? Strings.tr.dropToAdd() : Strings.tr.dropHere()
+                text: root.isDragOver ? L.tr.text(L.DropToAdd) : L.tr.text(L.DropHere)
                 color: TBTheme.text
                 font.pixelSize: 15
                 horizontalAlignment: Text.AlignHCenter
@@ -67,14 +68,14 @@ TBCard {
                 TBOutlinedButton {
                     objectName: "selectFilesButton"
                     iconName: "file"
-                    text: Strings.tr.selectFiles()
+                    text: L.tr.text(L.SelectFiles)
                     shortcutText: root.addFilesShortcut
                     onClicked: root.selectFiles()
                 }
                 TBOutlinedButton {
                     objectName: "selectFolderButton"
                     iconName: "folder"
-                    text: Strings.tr.selectFolder()
+                    text: L.tr.text(L.SelectFolder)
                     shortcutText: root.addFolderShortcut
                     onClicked: root.selectFolder()
                 }
@@ -96,7 +97,7 @@ TBCard {
                 Layout.fillWidth: true
                 Label {
                     objectName: "loadedSummary"
-                    text: Strings.tr.filesLoaded(root.fileCount) + "  \u00b7  " + (root.folderCount > 0 ? Strings.tr.folders(root.folderCount) : Strings.tr.individualFiles())
+                    text: L.tr.text(L.FilesLoaded, root.fileCount) + "  \u00b7  " + (root.folderCount > 0 ? L.tr.text(L.Folders, root.folderCount) : L.tr.text(L.IndividualFiles))
                     color: TBTheme.text
                     font.pixelSize: 15
                     font.weight: Font.DemiBold
@@ -122,7 +123,7 @@ TBCard {
             }
             TBPrimaryButton {
                 objectName: "analyzeButton"
-                text: Strings.tr.analyzeLoudness()
+                text: L.tr.text(L.AnalyzeLoudness)
                 enabled: root.canAnalyze && !root.isAnalyzing
                 onClicked: root.analyze()
             }
@@ -134,27 +135,27 @@ TBCard {
             TBOutlinedButton {
                 objectName: "addFilesButton"
                 iconName: "plus"
-                text: Strings.tr.addFiles()
+                text: L.tr.text(L.AddFiles)
                 shortcutText: root.addFilesShortcut
                 onClicked: root.selectFiles()
             }
             TBOutlinedButton {
                 objectName: "addFolderButton"
                 iconName: "folder"
-                text: Strings.tr.addFolder()
+                text: L.tr.text(L.AddFolder)
                 shortcutText: root.addFolderShortcut
                 onClicked: root.selectFolder()
             }
             TBOutlinedButton {
                 objectName: "removeSelectedButton"
-                text: Strings.tr.removeSelected()
+                text: L.tr.text(L.RemoveSelected)
                 enabled: root.hasSelection
                 shortcutText: root.removeShortcut
                 onClicked: root.removeSelected()
             }
             TBOutlinedButton {
                 objectName: "clearQueueButton"
-                text: Strings.tr.clearQueue()
+                text: L.tr.text(L.ClearQueue)
                 onClicked: root.clearQueue()
             }
         }

@@ -2,15 +2,17 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // One file's status in words, and what lies behind a failure.
 TBSheet {
     id: root
 
     property string fileName
-    property string status: "ready"
+    property int status: ProcessingStatus.Ready
     property string statusMessage
     property string errorDetails
     // What the output format's limits changed, a sentence a line.
@@ -33,8 +35,8 @@ TBSheet {
             spacing: 10
             Layout.fillWidth: true
             TBIcon {
-                name: root.status === "warning" ? "warning" : root.status === "failed" ? "octagon" : "info"
-                color: root.status === "warning" ? TBTheme.warning : root.status === "failed" ? TBTheme.error : TBTheme.muted
+                name: root.status === ProcessingStatus.Warning ? "warning" : root.status === ProcessingStatus.Failed ? "octagon" : "info"
+                color: root.status === ProcessingStatus.Warning ? TBTheme.warning : root.status === ProcessingStatus.Failed ? TBTheme.error : TBTheme.muted
                 size: 22
             }
             Label {
@@ -49,7 +51,7 @@ TBSheet {
         }
         Label {
             objectName: "detailMessage"
-            text: root.status === "warning" || root.status === "failed" ? root.statusMessage : Strings.tr.statusName(root.status)
+            text: root.status === ProcessingStatus.Warning || root.status === ProcessingStatus.Failed ? root.statusMessage : L.tr.statusName(root.status)
             font.pixelSize: 13
             color: TBTheme.text
             wrapMode: Text.Wrap
@@ -67,7 +69,7 @@ TBSheet {
         TBToolbarButton {
             objectName: "detailsToggle"
             visible: root.hasDetails
-            text: Strings.tr.details()
+            text: L.tr.text(L.Details)
             iconName: "chevronDown"
             font.pixelSize: 12
             checked: root.showDetails
@@ -105,7 +107,7 @@ TBSheet {
         }
         TBOutlinedButton {
             objectName: "detailDone"
-            text: Strings.tr.done()
+            text: L.tr.text(L.Done)
             onClicked: root.close()
             Layout.alignment: Qt.AlignRight
         }

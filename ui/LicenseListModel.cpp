@@ -34,14 +34,14 @@ void LicenseListModel::retranslate()
     beginResetModel();
     m_entries = {
         {QUuid::createUuid(), QStringLiteral("FFmpeg"),
-         L::ffmpegBuildDescription(QLatin1StringView(BuildInfo::ffmpegVersion)), L::ffmpegSummary(),
-         QStringLiteral("FFmpeg-LGPLv3")},
+         L::text(L::FfmpegBuildDescription, QLatin1StringView(BuildInfo::ffmpegVersion)),
+         L::text(L::FfmpegSummary), QStringLiteral("FFmpeg-LGPLv3")},
         {QUuid::createUuid(), QStringLiteral("LAME"), QString::fromLatin1(get_lame_short_version()),
-         L::lameSummary(), QStringLiteral("LAME-LGPL")},
+         L::text(L::LameSummary), QStringLiteral("LAME-LGPL")},
         {QUuid::createUuid(), QStringLiteral("Tonbrook"),
          QStringLiteral("%1 (%2)").arg(QLatin1StringView(BuildInfo::version),
                                        QLatin1StringView(BuildInfo::buildNumber)),
-         L::copyright(), std::nullopt},
+         L::text(L::Copyright), std::nullopt},
     };
     endResetModel();
 }

@@ -5,6 +5,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // What ships inside Tonbrook, under which licence; one licence text open at a time.
 TBSheet {
@@ -25,7 +26,7 @@ TBSheet {
         RowLayout {
             Layout.fillWidth: true
             Label {
-                text: Strings.tr.licenses()
+                text: L.tr.text(L.Licenses)
                 font.pixelSize: 18
                 font.weight: Font.DemiBold
                 color: TBTheme.text
@@ -33,7 +34,7 @@ TBSheet {
             }
             TBOutlinedButton {
                 objectName: "licensesDone"
-                text: Strings.tr.done()
+                text: L.tr.text(L.Done)
                 onClicked: root.close()
             }
         }
@@ -83,7 +84,7 @@ TBSheet {
                         TBToolbarButton {
                             objectName: "licenseToggle_" + card.index
                             visible: card.hasText
-                            text: card.expanded ? Strings.tr.hideLicense() : Strings.tr.viewLicense()
+                            text: card.expanded ? L.tr.text(L.HideLicense) : L.tr.text(L.ViewLicense)
                             onClicked: root.expandedIndex = card.expanded ? -1 : card.index
                         }
                     }

@@ -14,7 +14,7 @@ ApplicationWindow {
 
     readonly property MainViewModel viewModel: App.viewModel
     readonly property SettingsModel settings: App.settings
-    readonly property bool idle: viewModel.screenState === "idle"
+    readonly property bool idle: viewModel.screenState === AppScreen.Idle
 
     function openDetails(id) {
         const item = viewModel.itemData(id);
@@ -175,7 +175,7 @@ ApplicationWindow {
         ProcessingView {
             objectName: "processingScreen"
             anchors.fill: parent
-            opacity: window.viewModel.screenState === "processing" ? 1 : 0
+            opacity: window.viewModel.screenState === AppScreen.Processing ? 1 : 0
             visible: opacity > 0
             processedCount: window.viewModel.processedCount
             totalCount: window.viewModel.runTotal
@@ -192,7 +192,7 @@ ApplicationWindow {
         CompletionView {
             objectName: "completionScreen"
             anchors.fill: parent
-            opacity: window.viewModel.screenState === "completed" ? 1 : 0
+            opacity: window.viewModel.screenState === AppScreen.Completed ? 1 : 0
             visible: opacity > 0
             summary: window.viewModel.completionSummary
             canRevealOutputFolder: window.settings.hasOutputFolder
@@ -254,7 +254,7 @@ ApplicationWindow {
     Shortcut {
         id: cancelShortcut
         sequence: "Escape"
-        enabled: window.viewModel.screenState === "processing"
+        enabled: window.viewModel.screenState === AppScreen.Processing
         onActivated: window.viewModel.cancelProcessing()
     }
     Shortcut {

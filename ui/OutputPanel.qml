@@ -5,6 +5,7 @@ import QtQuick.Layouts
 import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // Where: the output folder, a warning about it, revealing, the name prefix.
 TBCard {
@@ -20,7 +21,7 @@ TBCard {
         spacing: 8
 
         TBSectionLabel {
-            text: Strings.tr.outputFolderHeading()
+            text: L.tr.text(L.OutputFolderHeading)
         }
         RowLayout {
             spacing: 8
@@ -28,12 +29,12 @@ TBCard {
             TBOutlinedButton {
                 objectName: "chooseFolderButton"
                 iconName: "folder"
-                text: Strings.tr.chooseFolder()
+                text: L.tr.text(L.ChooseFolder)
                 onClicked: root.chooseFolder()
             }
             Label {
                 objectName: "outputFolderPath"
-                text: root.settings.hasOutputFolder ? root.settings.outputFolder : Strings.tr.noFolderSelected()
+                text: root.settings.hasOutputFolder ? root.settings.outputFolder : L.tr.text(L.NoFolderSelected)
                 color: root.settings.hasOutputFolder ? TBTheme.text : TBTheme.muted
                 font.pixelSize: 12
                 elide: Text.ElideMiddle
@@ -61,7 +62,7 @@ TBCard {
         }
         TBSwitch {
             objectName: "revealSwitch"
-            text: Strings.tr.revealWhenComplete()
+            text: L.tr.text(L.RevealWhenComplete)
             checked: root.settings.revealWhenComplete
             onToggled: root.settings.revealWhenComplete = checked
             Layout.fillWidth: true
@@ -71,7 +72,7 @@ TBCard {
             Layout.fillWidth: true
             TBSwitch {
                 objectName: "prefixSwitch"
-                text: Strings.tr.addPrefix()
+                text: L.tr.text(L.AddPrefix)
                 checked: root.settings.addPrefix
                 onToggled: root.settings.addPrefix = checked
             }
@@ -80,7 +81,7 @@ TBCard {
                 enabled: root.settings.addPrefix
                 text: root.settings.prefix
                 onTextEdited: root.settings.prefix = text
-                Accessible.name: Strings.tr.addPrefix()
+                Accessible.name: L.tr.text(L.AddPrefix)
                 Layout.fillWidth: true
             }
         }

@@ -4,6 +4,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // While a run goes on: how far, which file, and the way out.
 Item {
@@ -22,12 +23,12 @@ Item {
         width: 380
 
         TBSectionLabel {
-            text: Strings.tr.processingTitle()
+            text: L.tr.text(L.ProcessingTitle)
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
             objectName: "ofFiles"
-            text: Strings.tr.ofFiles(root.processedCount, root.totalCount)
+            text: L.tr.text(L.OfFiles, root.processedCount, root.totalCount)
             font.pixelSize: 22
             font.weight: Font.DemiBold
             color: TBTheme.text
@@ -69,7 +70,7 @@ Item {
         }
         TBOutlinedButton {
             objectName: "cancelButton"
-            text: Strings.tr.cancel()
+            text: L.tr.text(L.Cancel)
             shortcutText: root.cancelShortcut
             onClicked: root.cancel()
             Layout.alignment: Qt.AlignHCenter

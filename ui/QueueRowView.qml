@@ -5,6 +5,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // One queued file: check box, name, source format, loudness, output format,
 // status, remove.
@@ -18,7 +19,7 @@ Rectangle {
     required property string sourceLabel
     required property string loudnessText
     required property string outputLabel
-    required property string status
+    required property int status
     required property string statusMessage
     required property string errorDetails
     required property bool selected
@@ -100,7 +101,7 @@ Rectangle {
         TBToolbarButton {
             objectName: "rowRemove"
             iconName: "xmark"
-            tip: Strings.tr.removeFromQueue()
+            tip: L.tr.text(L.RemoveFromQueue)
             padding: 2
             leftPadding: 2
             rightPadding: 2

@@ -5,6 +5,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // The queue, one row per file; only the rows on screen exist.
 TBCard {
@@ -40,28 +41,28 @@ TBCard {
                     objectName: "selectAllCheck"
                     checked: root.allSelected
                     enabled: root.count > 0
-                    tip: Strings.tr.selectAll() + (root.selectAllShortcut.length > 0 ? " (" + root.selectAllShortcut + ")" : "")
+                    tip: L.tr.text(L.SelectAll) + (root.selectAllShortcut.length > 0 ? " (" + root.selectAllShortcut + ")" : "")
                     onClicked: root.toggleSelectAll()
                     Layout.preferredWidth: 18
                 }
                 TBSectionLabel {
-                    text: Strings.tr.columnFile()
+                    text: L.tr.text(L.ColumnFile)
                     Layout.fillWidth: true
                 }
                 TBSectionLabel {
-                    text: Strings.tr.columnSource()
+                    text: L.tr.text(L.ColumnSource)
                     Layout.preferredWidth: 78
                 }
                 TBSectionLabel {
-                    text: Strings.tr.columnLoudness()
+                    text: L.tr.text(L.ColumnLoudness)
                     Layout.preferredWidth: 92
                 }
                 TBSectionLabel {
-                    text: Strings.tr.columnOutput()
+                    text: L.tr.text(L.ColumnOutput)
                     Layout.preferredWidth: 60
                 }
                 TBSectionLabel {
-                    text: Strings.tr.columnStatus()
+                    text: L.tr.text(L.ColumnStatus)
                     Layout.preferredWidth: 96
                 }
                 Item {
@@ -98,7 +99,7 @@ TBCard {
                 objectName: "emptyQueue"
                 anchors.centerIn: parent
                 visible: root.count === 0
-                text: Strings.tr.noFilesInQueue()
+                text: L.tr.text(L.NoFilesInQueue)
                 color: TBTheme.muted
                 font.pixelSize: 13
             }

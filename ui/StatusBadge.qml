@@ -1,29 +1,45 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 import Tonbrook.Style
-import Tonbrook.Ui
+import Tonbrook.App
+import Tonbrook.Localization
 
 // A queue item's status: its word, its symbol and its colour.
 TBBadge {
     id: root
 
-    property string status: "ready"
+    property int status: ProcessingStatus.Ready
 
-    text: Strings.tr.statusName(status)
-    spinning: status === "analyzing" || status === "processing"
-    iconName: ({
-            "ready": "circle",
-            "done": "checkmark",
-            "warning": "warning",
-            "failed": "xmark"
-        })[status] ?? ""
-    tint: ({
-            "ready": TBTheme.muted,
-            "analyzing": TBTheme.info,
-            "processing": TBTheme.gold,
-            "done": TBTheme.success,
-            "warning": TBTheme.warning,
-            "failed": TBTheme.error,
-            "cancelled": TBTheme.muted
-        })[status] ?? TBTheme.muted
+    text: L.tr.statusName(status)
+    spinning: status === ProcessingStatus.Analyzing || status === ProcessingStatus.Processing
+    iconName: {
+        switch (status) {
+        case ProcessingStatus.Ready:
+            return "circle";
+        case ProcessingStatus.Done:
+            return "checkmark";
+        case ProcessingStatus.Warning:
+            return "warning";
+        case ProcessingStatus.Failed:
+            return "xmark";
+        default:
+            return "";
+        }
+    }
+    tint: {
+        switch (status) {
+        case ProcessingStatus.Analyzing:
+            return TBTheme.info;
+        case ProcessingStatus.Processing:
+            return TBTheme.gold;
+        case ProcessingStatus.Done:
+            return TBTheme.success;
+        case ProcessingStatus.Warning:
+            return TBTheme.warning;
+        case ProcessingStatus.Failed:
+            return TBTheme.error;
+        default:
+            return TBTheme.muted;
+        }
+    }
 }

@@ -4,6 +4,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // The small separate thank-you window.
 Window {
@@ -13,7 +14,7 @@ Window {
     property string channelAddress
 
     objectName: "supportWindow"
-    title: Strings.tr.supportMenuItem()
+    title: L.tr.text(L.SupportMenuItem)
     color: TBTheme.bg
     width: 420
     height: 330
@@ -40,14 +41,14 @@ Window {
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
-            text: Strings.tr.supportTitle()
+            text: L.tr.text(L.SupportTitle)
             font.pixelSize: 17
             font.weight: Font.DemiBold
             color: TBTheme.text
             Layout.alignment: Qt.AlignHCenter
         }
         Label {
-            text: Strings.tr.supportBody()
+            text: L.tr.text(L.SupportBody)
             font.pixelSize: 12
             color: TBTheme.muted
             wrapMode: Text.Wrap
@@ -62,18 +63,18 @@ Window {
             Layout.alignment: Qt.AlignHCenter
             TBPrimaryButton {
                 objectName: "tipButton"
-                text: Strings.tr.leaveTip()
+                text: L.tr.text(L.LeaveTip)
                 onClicked: Qt.openUrlExternally(root.tipAddress)
             }
             TBOutlinedButton {
                 objectName: "channelButton"
-                text: Strings.tr.supportChannelButton()
+                text: L.tr.text(L.SupportChannelButton)
                 onClicked: Qt.openUrlExternally(root.channelAddress)
             }
         }
         TBToolbarButton {
             objectName: "supportClose"
-            text: Strings.tr.close()
+            text: L.tr.text(L.Close)
             onClicked: root.close()
             Layout.alignment: Qt.AlignHCenter
         }

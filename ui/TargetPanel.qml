@@ -5,6 +5,7 @@ import QtQuick.Layouts
 import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
+import Tonbrook.Localization
 
 // How loud: normalise or not, the preset (or a custom target), the ceiling.
 TBCard {
@@ -17,11 +18,11 @@ TBCard {
         spacing: 10
 
         TBSectionLabel {
-            text: Strings.tr.targetHeading()
+            text: L.tr.text(L.TargetHeading)
         }
         TBSwitch {
             objectName: "normalizeSwitch"
-            text: Strings.tr.normalizeLoudness()
+            text: L.tr.text(L.NormalizeLoudness)
             checked: root.settings.normalizeLoudness
             onToggled: root.settings.normalizeLoudness = checked
             Layout.fillWidth: true
@@ -32,7 +33,7 @@ TBCard {
             model: root.settings.presetLabels
             currentIndex: root.settings.presetIndex
             onActivated: index => root.settings.presetIndex = index
-            Accessible.description: Strings.tr.presetLabel()
+            Accessible.description: L.tr.text(L.PresetLabel)
             Layout.fillWidth: true
         }
         RowLayout {
@@ -40,7 +41,7 @@ TBCard {
             spacing: 8
             Layout.fillWidth: true
             Label {
-                text: Strings.tr.customTarget()
+                text: L.tr.text(L.CustomTarget)
                 color: TBTheme.muted
                 font.pixelSize: 12
                 Layout.fillWidth: true
@@ -61,7 +62,7 @@ TBCard {
                 onTextEdited: if (!invalid)
                     root.settings.customTargetLUFS = typed
                 onEditingFinished: text = root.settings.customTargetLUFS.toFixed(1)
-                Accessible.name: Strings.tr.customTarget()
+                Accessible.name: L.tr.text(L.CustomTarget)
             }
             Label {
                 text: "LUFS"
@@ -73,7 +74,7 @@ TBCard {
             spacing: 8
             Layout.fillWidth: true
             Label {
-                text: Strings.tr.truePeakCeiling()
+                text: L.tr.text(L.TruePeakCeiling)
                 color: TBTheme.muted
                 font.pixelSize: 12
                 Layout.fillWidth: true

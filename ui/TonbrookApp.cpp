@@ -17,12 +17,11 @@ TonbrookApp::TonbrookApp(MainViewModel::Services services, LanguageManager &lang
     , m_licenses(std::make_unique<LicenseListModel>(std::move(resources)))
     , m_context(std::make_unique<AppContext>(*m_viewModel, *m_settings, *m_licenses, language))
 {
-    // Every text is read again at once, QML bindings included.
+    // Texts the models hold are made again; QML bindings read theirs through L.tr.
     QObject::connect(&language, &LanguageManager::languageChanged, &m_engine, [this] {
         m_viewModel->retranslate();
         m_settings->retranslate();
         m_licenses->retranslate();
-        m_engine.retranslate();
     });
 
     m_engine.addImageProvider(QStringLiteral("tbicon"), new IconProvider);

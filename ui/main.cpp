@@ -2,6 +2,7 @@
 //
 // tonbrook: the window.
 #include "engine/BuildInfo.h"
+#include "files/UserPreferences.h"
 #include "localization/LanguageManager.h"
 #include "model/StandardPath.h"
 #include "ui/DesktopRevealer.h"
@@ -11,6 +12,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLocale>
 #include <QQmlExtensionPlugin>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -23,6 +25,7 @@
 #include <unistd.h>
 
 Q_IMPORT_QML_PLUGIN(Tonbrook_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Tonbrook_LocalizationPlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_StylePlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_UiPlugin)
 
@@ -81,10 +84,11 @@ int main(int argc, char *argv[])
     }
 
     auto support = std::make_shared<SupportWindowPresenter>();
+    LanguageManager language(UserPreferences::open(), QLocale::system().uiLanguages());
     TonbrookApp tonbrook(MainViewModel::Services::standard(std::make_shared<FilePanelPresenter>(),
                                                            std::make_shared<DesktopRevealer>(),
                                                            support),
-                         LanguageManager::shared(), paths);
+                         language, paths);
     support->setEngine(&tonbrook.engine());
     if (!tonbrook.window())
         return 1;

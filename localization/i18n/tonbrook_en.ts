@@ -439,10 +439,6 @@ Choose an output folder outside the source.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Bit depth of PCM output: 16 or 24 (default 24).</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Put this text before every output file name.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -543,7 +539,80 @@ Choose an output folder outside the source.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Show details</source>
+        <source>Could not save “%1”.
+The output folder is on a read-only disk.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not save “%1”.
+The output path is too long for the disk — choose an output folder with a shorter path.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not read “%1”.
+The file was moved or deleted after it was added.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not read “%1”.
+Tonbrook doesn’t have permission to read that file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not process “%1”.
+Reading it took far longer than a file of its size should; its header may be wrong.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Peaks reach %1 dBTP, above full scale: they are clipped in %2 PCM. Choose 32-bit float to keep them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downmixed from %1 channels to %2: %3 takes at most %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tonbrook’s own ffmpeg is missing or cannot start (%1). Nothing was processed: reinstall Tonbrook.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The report is not written over “%1”: it is an audio file. Choose another name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bit depth of PCM output: 16, 24 or 32 (32-bit float) (default 24).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no such file or folder: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>warning: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Written at %2 kHz instead of %1 kHz: %3 cannot take %1 kHz.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The source&apos;s chunk list is damaged: its timecode, markers and other chunks were not carried over.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>timecode (bext)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>markers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>loops</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not kept in %1: %2.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -554,10 +554,6 @@ Choose an output folder outside the source.</source>
         <translation>Отпустите, чтобы добавить в очередь</translation>
     </message>
     <message>
-        <source>Show details</source>
-        <translation>Подробнее</translation>
-    </message>
-    <message>
         <source>Could not save “%1”.
 The output folder is on a read-only disk.</source>
         <translation>Не удалось сохранить «%1».

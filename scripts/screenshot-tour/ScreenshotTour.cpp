@@ -35,6 +35,7 @@
 #include <thread>
 
 Q_IMPORT_QML_PLUGIN(Tonbrook_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Tonbrook_LocalizationPlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_StylePlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_UiPlugin)
 

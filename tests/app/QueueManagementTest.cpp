@@ -118,7 +118,7 @@ private Q_SLOTS:
         f.vm().importPaths(f.files({QStringLiteral("src/a.wav")}));
         f.panels->destination = f.dir.filePath(QStringLiteral("in/src/out"));
         f.vm().chooseOutputFolder();
-        QCOMPARE(f.vm().outputWarning(), std::optional(L::warnInsideSource()));
+        QCOMPARE(f.vm().outputWarning(), std::optional(L::text(L::WarnInsideSource)));
         QCOMPARE(f.preferences->value(QStringLiteral("outputFolderBookmark")).toByteArray(),
                  f.panels->destination->toUtf8());
         f.vm().clearQueue();

@@ -152,8 +152,8 @@ private Q_SLOTS:
         QCOMPARE(f.item(QStringLiteral("Take 1.wav")).status,
                  ProcessingStatus::warning(QStringLiteral("Target -20.00 \u2192 held back")));
         const AudioFileItem failed = f.item(QStringLiteral("Take 3.wav"));
-        QCOMPARE(failed.status,
-                 ProcessingStatus::failed(L::diskFullMessage(QStringLiteral("Take 3.wav"))));
+        QCOMPARE(failed.status, ProcessingStatus::failed(
+                                    L::text(L::DiskFullMessage, QStringLiteral("Take 3.wav"))));
         QCOMPARE(failed.errorDetails,
                  std::optional(QStringLiteral("ffmpeg exit code 1\n\nNo space left on device")));
         QCOMPARE(failed.result->outcome, ProcessingOutcome::Failed);

@@ -39,81 +39,83 @@ private Q_SLOTS:
         const QString stderrFull =
             QStringLiteral("[out#0/wav] Error writing trailer: No space left on device\n");
         QTest::newRow("ffmpeg: disk full, as ffmpeg capitalises it")
-            << make(ProcessingError::ffmpegFailed(1, stderrFull)) << L::diskFullMessage(f)
+            << make(ProcessingError::ffmpegFailed(1, stderrFull)) << L::text(L::DiskFullMessage, f)
             << std::optional<QString>(QStringLiteral("ffmpeg exit code 1\n\n") + stderrFull);
         QTest::newRow("ffmpeg: space before permission")
             << make(ProcessingError::ffmpegFailed(
                    1, QStringLiteral("Permission denied ... no space left")))
-            << L::diskFullMessage(f)
+            << L::text(L::DiskFullMessage, f)
             << std::optional(
                    QStringLiteral("ffmpeg exit code 1\n\nPermission denied ... no space left"));
         QTest::newRow("ffmpeg: permission")
             << make(ProcessingError::ffmpegFailed(1,
                                                   QStringLiteral("/out/x.wav: Permission denied")))
-            << L::permissionMessage(f)
+            << L::text(L::PermissionMessage, f)
             << std::optional(QStringLiteral("ffmpeg exit code 1\n\n/out/x.wav: Permission denied"));
         QTest::newRow("ffmpeg: anything else")
             << make(ProcessingError::ffmpegFailed(
                    183, QStringLiteral("Invalid data found when processing input")))
-            << L::damagedMessage(f)
+            << L::text(L::DamagedMessage, f)
             << std::optional(QStringLiteral(
                    "ffmpeg exit code 183\n\nInvalid data found when processing input"));
         QTest::newRow("write: no space")
             << make(ProcessingError::writeFailed(QStringLiteral("No space left on device: /out")))
-            << L::diskFullMessage(f)
+            << L::text(L::DiskFullMessage, f)
             << std::optional(QStringLiteral("No space left on device: /out"));
         QTest::newRow("write: not enough space")
             << make(ProcessingError::writeFailed(
                    QStringLiteral("There is not enough space on the disk")))
-            << L::diskFullMessage(f)
+            << L::text(L::DiskFullMessage, f)
             << std::optional(QStringLiteral("There is not enough space on the disk"));
         QTest::newRow("write: no permission to save")
             << make(ProcessingError::writeFailed(
                    QStringLiteral("You don't have permission to save the file")))
-            << L::permissionMessage(f)
+            << L::text(L::PermissionMessage, f)
             << std::optional(QStringLiteral("You don't have permission to save the file"));
         QTest::newRow("write: access denied")
             << make(ProcessingError::writeFailed(QStringLiteral("Access denied")))
-            << L::permissionMessage(f) << std::optional(QStringLiteral("Access denied"));
+            << L::text(L::PermissionMessage, f) << std::optional(QStringLiteral("Access denied"));
         QTest::newRow("write: read-only disk")
             << make(ProcessingError::writeFailed(QStringLiteral("Read-only file system: /out")))
-            << L::readOnlyMessage(f)
+            << L::text(L::ReadOnlyMessage, f)
             << std::optional(QStringLiteral("Read-only file system: /out"));
         QTest::newRow("write: path too long")
             << make(ProcessingError::writeFailed(QStringLiteral("File name too long: /out/x")))
-            << L::pathTooLongMessage(f)
+            << L::text(L::PathTooLongMessage, f)
             << std::optional(QStringLiteral("File name too long: /out/x"));
         QTest::newRow("ffmpeg: read-only disk")
             << make(ProcessingError::ffmpegFailed(
                    1, QStringLiteral("/out/x.wav: Read-only file system")))
-            << L::readOnlyMessage(f)
+            << L::text(L::ReadOnlyMessage, f)
             << std::optional(
                    QStringLiteral("ffmpeg exit code 1\n\n/out/x.wav: Read-only file system"));
         QTest::newRow("write: anything else")
             << make(ProcessingError::writeFailed(QStringLiteral("Input/output error: /out")))
-            << L::writeFailedMessage(f)
+            << L::text(L::WriteFailedMessage, f)
             << std::optional(QStringLiteral("Input/output error: /out"));
         QTest::newRow("source gone")
             << make(ProcessingError::sourceMissing(QStringLiteral("/in/a.wav")))
-            << L::sourceMissingMessage(f) << std::optional(QStringLiteral("/in/a.wav"));
+            << L::text(L::SourceMissingMessage, f) << std::optional(QStringLiteral("/in/a.wav"));
         QTest::newRow("source unreadable")
             << make(ProcessingError::sourceUnreadable(
                    QStringLiteral("Permission denied: /in/a.wav")))
-            << L::sourceUnreadableMessage(f)
+            << L::text(L::SourceUnreadableMessage, f)
             << std::optional(QStringLiteral("Permission denied: /in/a.wav"));
         QTest::newRow("ffmpeg over its time")
-            << make(FFmpegError::timedOut(23)) << L::tookTooLongMessage(f)
+            << make(FFmpegError::timedOut(23)) << L::text(L::TookTooLongMessage, f)
             << std::optional(QStringLiteral("FFmpegError.timedOut(after: 23 s)"));
         QTest::newRow("analysis: always a damaged file, whatever it says")
             << make(ProcessingError::analysisFailed(QStringLiteral("No space left on device")))
-            << L::damagedMessage(f) << std::optional(QStringLiteral("No space left on device"));
-        QTest::newRow("same file") << make(ProcessingError::destinationEqualsSource())
-                                   << L::sameFileSkippedMessage(f) << std::optional<QString>();
-        QTest::newRow("cancelled") << make(ProcessingError::cancelled()) << L::cancelledMessage()
-                                   << std::optional<QString>();
+            << L::text(L::DamagedMessage, f)
+            << std::optional(QStringLiteral("No space left on device"));
+        QTest::newRow("same file")
+            << make(ProcessingError::destinationEqualsSource())
+            << L::text(L::SameFileSkippedMessage, f) << std::optional<QString>();
+        QTest::newRow("cancelled") << make(ProcessingError::cancelled())
+                                   << L::text(L::CancelledMessage) << std::optional<QString>();
         QTest::newRow("ffmpeg cannot start")
             << make(FFmpegError::launchFailed(QStringLiteral("Permission denied")))
-            << L::damagedMessage(f)
+            << L::text(L::DamagedMessage, f)
             << std::optional(QStringLiteral("FFmpegError.launchFailed(\"Permission denied\")"));
     }
 

@@ -7,6 +7,7 @@
 #include "FakeLoudnessAnalyzer.h"
 #include "TestAudio.h"
 #include "TestEnvironment.h"
+#include "engine/AudioMetadata.h"
 #include "engine/CancellationToken.h"
 #include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
@@ -443,7 +444,7 @@ private Q_SLOTS:
         QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-20, 0.5)}));
         AudioFileItem stored = item(quietFile);
         stored.sourceURL = source;
-        stored.measuredStamp = FileStamp::of(source);
+        stored.measuredStamp = AudioMetadata::stamp(source);
         if (sourceChanged)
             QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-50, 0.7)}));
         const LoudnessMeasurement now{-50.0, -44.0, 1.0, -60.0, 0.0};

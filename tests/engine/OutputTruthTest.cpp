@@ -10,9 +10,9 @@
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegRunner.h"
 #include "engine/LoudnessAnalysisService.h"
-#include "engine/LoudnessPreset.h"
 #include "engine/LoudnessProcessingService.h"
 #include "model/AudioFileItem.h"
+#include "model/LoudnessPreset.h"
 #include "model/StandardPath.h"
 
 #include <QDir>

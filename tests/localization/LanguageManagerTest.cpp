@@ -77,13 +77,13 @@ private Q_SLOTS:
                                                             QSettings::IniFormat),
                                 preferred);
         QCOMPARE(manager.effectiveLanguage(), language);
-        QCOMPARE(L::files(2), language == AppLanguage::Ru ? QStringLiteral("2 файла")
-                                                          : QStringLiteral("2 files"));
+        QCOMPARE(L::text(L::Files, 2), language == AppLanguage::Ru ? QStringLiteral("2 файла")
+                                                                   : QStringLiteral("2 files"));
         // An explicit choice wins over the system either way.
         manager.setSelection(AppLanguage::En);
-        QCOMPARE(L::files(2), QStringLiteral("2 files"));
+        QCOMPARE(L::text(L::Files, 2), QStringLiteral("2 files"));
         manager.setSelection(AppLanguage::Ru);
-        QCOMPARE(L::files(2), QStringLiteral("2 файла"));
+        QCOMPARE(L::text(L::Files, 2), QStringLiteral("2 файла"));
     }
 
     void languageChangeIsAnnouncedOnce()
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(selected.count(), 1);
         manager.setSelection(AppLanguage::En);
         QCOMPARE(changed.count(), 1);
-        QCOMPARE(L::appSubtitle(),
+        QCOMPARE(L::text(L::AppSubtitle),
                  QStringLiteral("Batch loudness normalization and audio conversion"));
         manager.setSelection(AppLanguage::En);
         QCOMPARE(changed.count(), 1);
@@ -115,8 +115,8 @@ private Q_SLOTS:
                                                             QSettings::IniFormat),
                                 QLocale::system().uiLanguages());
         QCOMPARE(manager.selection(), AppLanguage::System);
-        QCOMPARE(L::processFiles(3), expectRussian ? QStringLiteral("Обработать 3 файла")
-                                                   : QStringLiteral("Process 3 Files"));
+        QCOMPARE(L::text(L::ProcessFiles, 3), expectRussian ? QStringLiteral("Обработать 3 файла")
+                                                            : QStringLiteral("Process 3 Files"));
     }
 };
 

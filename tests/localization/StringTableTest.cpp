@@ -2,8 +2,8 @@
 //
 // Every text the user reads, in both languages, against the wording it must have.
 #include "LanguageFixture.h"
-#include "engine/LoudnessPreset.h"
 #include "localization/L.h"
+#include "model/LoudnessPreset.h"
 
 #include <QTest>
 
@@ -62,47 +62,79 @@ private Q_SLOTS:
         const auto row = [](const char *name, Text text, const char *en, const char *ru) {
             QTest::newRow(name) << text << u(en) << u(ru);
         };
-        row("appSubtitle", L::appSubtitle, "Batch loudness normalization and audio conversion",
+        row(
+            "appSubtitle", [] { return L::text(L::AppSubtitle); },
+            "Batch loudness normalization and audio conversion",
             "Пакетная нормализация громкости и конвертация аудио");
-        row("processingComplete", L::processingComplete, "Processing Complete",
-            "Обработка завершена");
-        row("revealOutputFolder", L::revealOutputFolder, "Reveal Output Folder",
-            "Открыть папку вывода");
-        row("processNewFiles", L::processNewFiles, "Process New Files", "Обработать новые файлы");
-        row("panelSelectFiles", L::panelSelectFiles, "Select audio files to add to the queue",
+        row(
+            "processingComplete", [] { return L::text(L::ProcessingComplete); },
+            "Processing Complete", "Обработка завершена");
+        row(
+            "revealOutputFolder", [] { return L::text(L::RevealOutputFolder); },
+            "Reveal Output Folder", "Открыть папку вывода");
+        row(
+            "processNewFiles", [] { return L::text(L::ProcessNewFiles); }, "Process New Files",
+            "Обработать новые файлы");
+        row(
+            "panelSelectFiles", [] { return L::text(L::PanelSelectFiles); },
+            "Select audio files to add to the queue",
             "Выберите аудиофайлы для добавления в очередь");
-        row("panelSelectFolder", L::panelSelectFolder, "Select a folder to scan for audio files",
-            "Выберите папку для поиска аудиофайлов");
-        row("panelChooseDestination", L::panelChooseDestination,
+        row(
+            "panelSelectFolder", [] { return L::text(L::PanelSelectFolder); },
+            "Select a folder to scan for audio files", "Выберите папку для поиска аудиофайлов");
+        row(
+            "panelChooseDestination", [] { return L::text(L::PanelChooseDestination); },
             "Choose where prepared audio will be saved",
             "Выберите, куда сохранять подготовленное аудио");
-        row("dropHere", L::dropHere, "Drop audio files or folders here",
+        row(
+            "dropHere", [] { return L::text(L::DropHere); }, "Drop audio files or folders here",
             "Перетащите аудиофайлы или папки сюда");
-        row("individualFiles", L::individualFiles, "Individual files", "Отдельные файлы");
-        row("analyzeLoudness", L::analyzeLoudness, "Analyze Loudness", "Анализ громкости");
-        row("noOutputFolder", L::noOutputFolder, "No output folder selected",
-            "Папка вывода не выбрана");
-        row("normalizeLoudness", L::normalizeLoudness, "Normalize loudness",
+        row(
+            "individualFiles", [] { return L::text(L::IndividualFiles); }, "Individual files",
+            "Отдельные файлы");
+        row(
+            "analyzeLoudness", [] { return L::text(L::AnalyzeLoudness); }, "Analyze Loudness",
+            "Анализ громкости");
+        row(
+            "noOutputFolder", [] { return L::text(L::NoOutputFolder); },
+            "No output folder selected", "Папка вывода не выбрана");
+        row(
+            "normalizeLoudness", [] { return L::text(L::NormalizeLoudness); }, "Normalize loudness",
             "Нормализовать громкость");
-        row("truePeakCeiling", L::truePeakCeiling, "True Peak Ceiling", "Потолок True Peak");
-        row("noFolderSelected", L::noFolderSelected, "No folder selected", "Папка не выбрана");
-        row("revealWhenComplete", L::revealWhenComplete, "Reveal in file manager when complete",
-            "Открыть в файловом менеджере по завершении");
-        row("noFilesInQueue", L::noFilesInQueue, "No files in queue", "Очередь пуста");
-        row("removeFromQueue", L::removeFromQueue, "Remove from queue", "Убрать из очереди");
-        row("warnInsideSource", L::warnInsideSource,
+        row(
+            "truePeakCeiling", [] { return L::text(L::TruePeakCeiling); }, "True Peak Ceiling",
+            "Потолок True Peak");
+        row(
+            "noFolderSelected", [] { return L::text(L::NoFolderSelected); }, "No folder selected",
+            "Папка не выбрана");
+        row(
+            "revealWhenComplete", [] { return L::text(L::RevealWhenComplete); },
+            "Reveal in file manager when complete", "Открыть в файловом менеджере по завершении");
+        row(
+            "noFilesInQueue", [] { return L::text(L::NoFilesInQueue); }, "No files in queue",
+            "Очередь пуста");
+        row(
+            "removeFromQueue", [] { return L::text(L::RemoveFromQueue); }, "Remove from queue",
+            "Убрать из очереди");
+        row(
+            "warnInsideSource", [] { return L::text(L::WarnInsideSource); },
             "The output folder overlaps your imported files. Exports will be kept separate, but "
             "choosing a "
             "folder outside the source is recommended.",
             "Папка вывода пересекается с импортированными файлами. Экспорт останется отдельным, но "
             "рекомендуется выбрать папку вне источника.");
-        row("warnNotWritable", L::warnNotWritable,
+        row(
+            "warnNotWritable", [] { return L::text(L::WarnNotWritable); },
             "Tonbrook can't write to this folder. Choose a different destination.",
             "Tonbrook не может писать в эту папку. Выберите другое назначение.");
-        row("supportMenuItem", L::supportMenuItem, "Support the project", "Поддержать проект");
-        row("supportTitle", L::supportTitle, "Thank you for using Tonbrook",
+        row(
+            "supportMenuItem", [] { return L::text(L::SupportMenuItem); }, "Support the project",
+            "Поддержать проект");
+        row(
+            "supportTitle", [] { return L::text(L::SupportTitle); }, "Thank you for using Tonbrook",
             "Спасибо, что пользуетесь Tonbrook");
-        row("supportBody", L::supportBody,
+        row(
+            "supportBody", [] { return L::text(L::SupportBody); },
             "Tonbrook is a free tool by Quillmere Tools. If it helps your work, you can support "
             "its development "
             "with a tip or by subscribing to the channel. It's entirely optional \xe2\x80\x94 and "
@@ -113,8 +145,9 @@ private Q_SLOTS:
             "поддержать разработку чаевыми или подпиской на канал. Это полностью добровольно и "
             "помогает "
             "выпускать новые инструменты.");
-        row("supportChannelButton", L::supportChannelButton, "Subscribe to channel",
-            "Подписаться на канал");
+        row(
+            "supportChannelButton", [] { return L::text(L::SupportChannelButton); },
+            "Subscribe to channel", "Подписаться на канал");
 
         const std::pair<const char *, const char *> presets[] = {
             {"Theatre Ambience", "Театральная атмосфера"},
@@ -127,17 +160,16 @@ private Q_SLOTS:
         for (int i = 0; i < 7; ++i) {
             const LoudnessPreset preset = LoudnessPreset::builtIn().at(i);
             QTest::addRow("preset %s", qPrintable(preset.id))
-                << Text([preset] { return preset.localizedName(); }) << u(presets[i].first)
+                << Text([preset] { return L::presetName(preset); }) << u(presets[i].first)
                 << u(presets[i].second);
         }
         row(
             "label streaming",
-            [] { return LoudnessPreset::builtIn(u"streaming")->localizedDisplayLabel(); },
+            [] { return L::presetLabel(*LoudnessPreset::builtIn(u"streaming")); },
             "Streaming -14 LUFS", "Стриминг -14 LUFS");
         row(
-            "label custom",
-            [] { return LoudnessPreset::builtIn(u"custom")->localizedDisplayLabel(); }, "Custom",
-            "Свой");
+            "label custom", [] { return L::presetLabel(*LoudnessPreset::builtIn(u"custom")); },
+            "Custom", "Свой");
         row(
             "preserve original",
             [] { return L::sampleRateLabel(SampleRateMode::PreserveOriginal); },
@@ -145,9 +177,15 @@ private Q_SLOTS:
         row(
             "44.1 kHz", [] { return L::sampleRateLabel(SampleRateMode::Rate44100); }, "44.1 kHz",
             "44.1 kHz");
-        row("sample rate heading", L::sampleRateHeading, "Sample Rate", "Частота дискретизации");
-        row("bit depth heading", L::bitDepthHeading, "Bit Depth", "Битность");
-        row("output format heading", L::outputFormatHeading, "Output Format", "Формат вывода");
+        row(
+            "sample rate heading", [] { return L::text(L::SampleRateHeading); }, "Sample Rate",
+            "Частота дискретизации");
+        row(
+            "bit depth heading", [] { return L::text(L::BitDepthHeading); }, "Bit Depth",
+            "Битность");
+        row(
+            "output format heading", [] { return L::text(L::OutputFormatHeading); },
+            "Output Format", "Формат вывода");
 
         using K = ProcessingStatus::Kind;
         const std::tuple<K, const char *, const char *> statuses[] = {
@@ -162,65 +200,99 @@ private Q_SLOTS:
             QTest::addRow("status %s", en)
                 << Text([kind = kind] { return L::statusName(kind); }) << u(en) << u(ru);
 
-        row("selectFiles", L::selectFiles, "Select Files", "Выбрать файлы");
-        row("selectFolder", L::selectFolder, "Select Folder", "Выбрать папку");
-        row("addFiles", L::addFiles, "Add Files", "Добавить файлы");
-        row("addFolder", L::addFolder, "Add Folder", "Добавить папку");
-        row("removeSelected", L::removeSelected, "Remove Selected", "Убрать выбранные");
-        row("clearQueue", L::clearQueue, "Clear Queue", "Очистить очередь");
-        row("columnFile", L::columnFile, "FILE", "ФАЙЛ");
-        row("columnSource", L::columnSource, "SOURCE", "ИСТОЧНИК");
-        row("columnLoudness", L::columnLoudness, "LOUDNESS", "ГРОМКОСТЬ");
-        row("columnOutput", L::columnOutput, "OUTPUT", "ВЫВОД");
-        row("columnStatus", L::columnStatus, "STATUS", "СТАТУС");
-        row("selectAll", L::selectAll, "Select all", "Выбрать все");
-        row("processingTitle", L::processingTitle, "Processing", "Обработка");
-        row("cancel", L::cancel, "Cancel", "Отмена");
-        row("exportReport", L::exportReport, "Export Report", "Экспорт отчёта");
-        row("details", L::details, "Details", "Подробности");
-        row("done", L::done, "Done", "Готово");
-        row("close", L::close, "Close", "Закрыть");
-        row("version", L::version, "Version", "Версия");
-        row("licenses", L::licenses, "Licenses", "Лицензии");
-        row("viewLicense", L::viewLicense, "View license", "Показать лицензию");
-        row("hideLicense", L::hideLicense, "Hide license", "Скрыть лицензию");
-        row("leaveTip", L::leaveTip, "Leave a tip", "Оставить чаевые");
-        row("choose", L::choose, "Choose", "Выбрать");
-        row("processFilesNone", L::processFilesNone, "Process Files", "Обработать файлы");
-        row("complete", L::complete, "Complete", "Готово");
+        row(
+            "selectFiles", [] { return L::text(L::SelectFiles); }, "Select Files", "Выбрать файлы");
+        row(
+            "selectFolder", [] { return L::text(L::SelectFolder); }, "Select Folder",
+            "Выбрать папку");
+        row(
+            "addFiles", [] { return L::text(L::AddFiles); }, "Add Files", "Добавить файлы");
+        row(
+            "addFolder", [] { return L::text(L::AddFolder); }, "Add Folder", "Добавить папку");
+        row(
+            "removeSelected", [] { return L::text(L::RemoveSelected); }, "Remove Selected",
+            "Убрать выбранные");
+        row(
+            "clearQueue", [] { return L::text(L::ClearQueue); }, "Clear Queue", "Очистить очередь");
+        row(
+            "columnFile", [] { return L::text(L::ColumnFile); }, "FILE", "ФАЙЛ");
+        row(
+            "columnSource", [] { return L::text(L::ColumnSource); }, "SOURCE", "ИСТОЧНИК");
+        row(
+            "columnLoudness", [] { return L::text(L::ColumnLoudness); }, "LOUDNESS", "ГРОМКОСТЬ");
+        row(
+            "columnOutput", [] { return L::text(L::ColumnOutput); }, "OUTPUT", "ВЫВОД");
+        row(
+            "columnStatus", [] { return L::text(L::ColumnStatus); }, "STATUS", "СТАТУС");
+        row(
+            "selectAll", [] { return L::text(L::SelectAll); }, "Select all", "Выбрать все");
+        row(
+            "processingTitle", [] { return L::text(L::ProcessingTitle); }, "Processing",
+            "Обработка");
+        row(
+            "cancel", [] { return L::text(L::Cancel); }, "Cancel", "Отмена");
+        row(
+            "exportReport", [] { return L::text(L::ExportReport); }, "Export Report",
+            "Экспорт отчёта");
+        row(
+            "details", [] { return L::text(L::Details); }, "Details", "Подробности");
+        row(
+            "done", [] { return L::text(L::Done); }, "Done", "Готово");
+        row(
+            "close", [] { return L::text(L::Close); }, "Close", "Закрыть");
+        row(
+            "version", [] { return L::text(L::Version); }, "Version", "Версия");
+        row(
+            "licenses", [] { return L::text(L::Licenses); }, "Licenses", "Лицензии");
+        row(
+            "viewLicense", [] { return L::text(L::ViewLicense); }, "View license",
+            "Показать лицензию");
+        row(
+            "hideLicense", [] { return L::text(L::HideLicense); }, "Hide license",
+            "Скрыть лицензию");
+        row(
+            "leaveTip", [] { return L::text(L::LeaveTip); }, "Leave a tip", "Оставить чаевые");
+        row(
+            "choose", [] { return L::text(L::Choose); }, "Choose", "Выбрать");
+        row(
+            "processFilesNone", [] { return L::text(L::ProcessFilesNone); }, "Process Files",
+            "Обработать файлы");
+        row(
+            "complete", [] { return L::text(L::Complete); }, "Complete", "Готово");
 
         const QString f = QStringLiteral("Kick \u201cA\u201d.wav");
-        const auto message = [&f](const char *name, QString (*build)(const QString &),
-                                  const char *en, const char *ru) {
-            QTest::newRow(name) << Text([build, f] { return build(f); }) << u(en).arg(f)
+        const auto message = [&f](const char *name, L::Text key, const char *en, const char *ru) {
+            QTest::newRow(name) << Text([key, f] { return L::text(key, f); }) << u(en).arg(f)
                                 << u(ru).arg(f);
         };
-        message("damaged", L::damagedMessage,
+        message("damaged", L::DamagedMessage,
                 "Could not process \xe2\x80\x9c%1\xe2\x80\x9d.\nThe file may be damaged or use an "
                 "unsupported codec.",
                 "Не удалось обработать «%1».\nФайл может быть повреждён или использовать "
                 "неподдерживаемый кодек.");
-        message("disk full", L::diskFullMessage,
+        message("disk full", L::DiskFullMessage,
                 "Could not save \xe2\x80\x9c%1\xe2\x80\x9d.\nThe disk is full \xe2\x80\x94 free up "
                 "space and try again.",
                 "Не удалось сохранить «%1».\nДиск заполнен — освободите место и повторите.");
-        message("permission", L::permissionMessage,
+        message("permission", L::PermissionMessage,
                 "Could not write \xe2\x80\x9c%1\xe2\x80\x9d.\nTonbrook doesn\xe2\x80\x99t have "
                 "permission for that folder.",
                 "Не удалось записать «%1».\nУ Tonbrook нет прав на эту папку.");
-        message("write failed", L::writeFailedMessage,
+        message("write failed", L::WriteFailedMessage,
                 "Could not save \xe2\x80\x9c%1\xe2\x80\x9d.\nCheck that the output folder is "
                 "writable and has enough "
                 "free space.",
                 "Не удалось сохранить «%1».\nПроверьте, что папка вывода доступна для записи и на "
                 "диске есть место.");
-        message("same file", L::sameFileSkippedMessage,
+        message("same file", L::SameFileSkippedMessage,
                 "Skipped \xe2\x80\x9c%1\xe2\x80\x9d to avoid overwriting the original "
                 "file.\nChoose an output folder "
                 "outside the source.",
                 "Файл «%1» пропущен, чтобы не перезаписать оригинал.\nВыберите папку вывода вне "
                 "источника.");
-        row("cancelled message", L::cancelledMessage, "Cancelled.", "Отменено.");
+        row(
+            "cancelled message", [] { return L::text(L::CancelledMessage); }, "Cancelled.",
+            "Отменено.");
     }
 
     void texts()
@@ -241,51 +313,51 @@ private Q_SLOTS:
         QTest::addColumn<QString>("russian");
 
         for (int n : counts) {
-            const auto row = [n](const char *name, QString (*text)(int), QString en, QString ru) {
-                QTest::addRow("%s(%d)", name, n) << Text([text, n] { return text(n); }) << en << ru;
+            const auto row = [n](const char *name, L::Text key, QString en, QString ru) {
+                QTest::addRow("%s(%d)", name, n)
+                    << Text([key, n] { return L::text(key, n); }) << en << ru;
             };
             const QString number = QString::number(n);
-            row("files", L::files, enFiles(n), ruFiles(n));
-            row("folders", L::folders, number + (n == 1 ? u(" folder") : u(" folders")),
+            row("files", L::Files, enFiles(n), ruFiles(n));
+            row("folders", L::Folders, number + (n == 1 ? u(" folder") : u(" folders")),
                 number + u' ' + russianNoun(n, "папка", "папки", "папок"));
-            row("filesProcessed", L::filesProcessed, enFiles(n) + u(" processed"),
+            row("filesProcessed", L::FilesProcessed, enFiles(n) + u(" processed"),
                 ruFiles(n) + u(" обработано"));
-            row("filesLoaded", L::filesLoaded, enFiles(n) + u(" loaded"),
+            row("filesLoaded", L::FilesLoaded, enFiles(n) + u(" loaded"),
                 ruFiles(n) + u(" загружено"));
-            row("filesReady", L::filesReady, enFiles(n) + u(" ready"), ruFiles(n) + u(" готово"));
+            row("filesReady", L::FilesReady, enFiles(n) + u(" ready"), ruFiles(n) + u(" готово"));
             // English capitalises the noun and knows only one and many; Russian uses all three
             // forms.
-            row("processFiles", L::processFiles,
+            row("processFiles", L::ProcessFiles,
                 u("Process ") + number + (n == 1 ? u(" File") : u(" Files")),
                 u("Обработать ") + ruFiles(n));
-            row("reachedTarget", L::reachedTarget, number + u(" reached target loudness"),
+            row("reachedTarget", L::ReachedTarget, number + u(" reached target loudness"),
                 number + u(" достигли целевой громкости"));
-            row("converted", L::converted, number + u(" converted"),
+            row("converted", L::Converted, number + u(" converted"),
                 number + u(" сконвертировано"));
-            row("peakLimited", L::peakLimited, number + u(" limited by true peak"),
+            row("peakLimited", L::PeakLimited, number + u(" limited by true peak"),
                 number + u(" ограничены по true peak"));
-            row("failedCount", L::failedCount, number + u(" failed"), number + u(" с ошибкой"));
-            row("added", L::added, number + u(" added"), number + u(" добавлено"));
-            row("alreadyInQueue", L::alreadyInQueue, number + u(" already in queue"),
+            row("failedCount", L::FailedCount, number + u(" failed"), number + u(" с ошибкой"));
+            row("added", L::Added, number + u(" added"), number + u(" добавлено"));
+            row("alreadyInQueue", L::AlreadyInQueue, number + u(" already in queue"),
                 number + u(" уже в очереди"));
-            row("unsupportedIgnored", L::unsupportedIgnored, number + u(" unsupported ignored"),
+            row("unsupportedIgnored", L::UnsupportedIgnored, number + u(" unsupported ignored"),
                 number + u(" неподдерживаемых пропущено"));
-            row("processSelected", L::processSelected, u("Process Selected (") + number + u(")"),
+            row("processSelected", L::ProcessSelected, u("Process Selected (") + number + u(")"),
                 u("Обработать выбранные (") + number + u(")"));
             const QString total = QString::number(n + 7);
-            const auto pair = [&](const char *name, QString (*text)(int, int), QString en,
-                                  QString ru) {
+            const auto pair = [&](const char *name, L::Text key, QString en, QString ru) {
                 QTest::addRow("%s(%d, %d)", name, n, n + 7)
-                    << Text([text, n] { return text(n, n + 7); }) << en << ru;
+                    << Text([key, n] { return L::text(key, n, n + 7); }) << en << ru;
             };
             // A slash while analysing, words while processing; no noun in Russian "of files".
-            pair("analyzingProgress", L::analyzingProgress,
+            pair("analyzingProgress", L::AnalyzingProgress,
                  u("Analyzing loudness\xe2\x80\xa6 ") + number + u'/' + total,
                  u("Анализ громкости\xe2\x80\xa6 ") + number + u'/' + total);
-            pair("processingProgress", L::processingProgress,
+            pair("processingProgress", L::ProcessingProgress,
                  u("Processing ") + number + u(" of ") + total,
                  u("Обработка ") + number + u(" из ") + total);
-            pair("ofFiles", L::ofFiles, number + u(" of ") + total + u(" files"),
+            pair("ofFiles", L::OfFiles, number + u(" of ") + total + u(" files"),
                  number + u(" из ") + total);
         }
     }

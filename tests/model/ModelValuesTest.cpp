@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/LoudnessPreset.h"
 #include "model/AudioFileItem.h"
+#include "model/LoudnessPreset.h"
 #include "model/ProcessingSettings.h"
 
 #include <QTest>
@@ -73,10 +73,9 @@ private Q_SLOTS:
         QTest::newRow("built-in") << *LoudnessPreset::builtIn(u"podcast") << -16.0;
         QTest::newRow("custom") << *LoudnessPreset::builtIn(u"custom") << -18.5;
         QTest::newRow("custom even with a target")
-            << LoudnessPreset{QStringLiteral("x"), QStringLiteral("X"), -9.0, true} << -18.5;
+            << LoudnessPreset{QStringLiteral("x"), -9.0, true} << -18.5;
         QTest::newRow("no target, not custom")
-            << LoudnessPreset{QStringLiteral("x"), QStringLiteral("X"), std::nullopt, false}
-            << -18.5;
+            << LoudnessPreset{QStringLiteral("x"), std::nullopt, false} << -18.5;
     }
 
     void effectiveTarget()
@@ -87,24 +86,6 @@ private Q_SLOTS:
         settings.selectedPreset = preset;
         settings.customTargetLUFS = -18.5;
         QCOMPARE(settings.effectiveTargetLUFS(), target);
-    }
-
-    void presetLabels()
-    {
-        QCOMPARE(LoudnessPreset::builtIn().size(), 7);
-        QCOMPARE(LoudnessPreset::builtIn(u"streaming")->localizedDisplayLabel(),
-                 QStringLiteral("Streaming -14 LUFS"));
-        QCOMPARE(LoudnessPreset::builtIn(u"voice_dialogue")->localizedDisplayLabel(),
-                 QStringLiteral("Voice / Dialogue -23 LUFS"));
-        QCOMPARE(LoudnessPreset::builtIn(u"custom")->localizedDisplayLabel(),
-                 QStringLiteral("Custom"));
-        // The stored name shows only for presets that are not built in.
-        const LoudnessPreset renamed{QStringLiteral("podcast"), QStringLiteral("Something else"),
-                                     -16, false};
-        QCOMPARE(renamed.localizedName(), QStringLiteral("Podcast"));
-        const LoudnessPreset unknown{QStringLiteral("house"), QStringLiteral("House Style"), -20,
-                                     false};
-        QCOMPARE(unknown.localizedDisplayLabel(), QStringLiteral("House Style -20 LUFS"));
     }
 
     void equalityCoversEveryField()

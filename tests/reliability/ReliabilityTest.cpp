@@ -15,7 +15,6 @@
 #include "app/QueueModel.h"
 #include "engine/FFmpegRunner.h"
 #include "engine/LoudnessAnalysisService.h"
-#include "engine/LoudnessPreset.h"
 #include "engine/LoudnessProcessingService.h"
 #include "engine/PartFile.h"
 #include "engine/SystemError.h"
@@ -24,6 +23,7 @@
 #include "files/NoFilePanels.h"
 #include "files/OutputPathService.h"
 #include "localization/L.h"
+#include "model/LoudnessPreset.h"
 #include "model/StandardPath.h"
 
 #include <QElapsedTimer>
@@ -108,10 +108,10 @@ struct Input
 QStringList failureMessages(const QString &fileName)
 {
     const QString shown = displayedPath(fileName);
-    return {L::damagedMessage(shown),          L::permissionMessage(shown),
-            L::diskFullMessage(shown),         L::writeFailedMessage(shown),
-            L::readOnlyMessage(shown),         L::sourceMissingMessage(shown),
-            L::sourceUnreadableMessage(shown), L::tookTooLongMessage(shown)};
+    return {L::text(L::DamagedMessage, shown),          L::text(L::PermissionMessage, shown),
+            L::text(L::DiskFullMessage, shown),         L::text(L::WriteFailedMessage, shown),
+            L::text(L::ReadOnlyMessage, shown),         L::text(L::SourceMissingMessage, shown),
+            L::text(L::SourceUnreadableMessage, shown), L::text(L::TookTooLongMessage, shown)};
 }
 
 bool writeBytes(const QString &path, const QByteArray &bytes)
@@ -506,7 +506,7 @@ class ReliabilityTest : public QObject
         QStringList expected;
         for (const AudioFileItem &item : vm.queue()) {
             const QString why = context + u' ' + item.relativePath + u' ' +
-                                QueueModel::statusName(item.status.kind()) + u' ' +
+                                ProcessingStatus::rawValue(item.status.kind()) + u' ' +
                                 item.status.message();
             const auto kind = item.status.kind();
             QVERIFY2(kind != ProcessingStatus::Kind::Failed, qPrintable(why));
@@ -600,7 +600,7 @@ private Q_SLOTS:
         }
         QCOMPARE(statuses.value(QStringLiteral("removed.wav")), ProcessingStatus::Kind::Failed);
         QCOMPARE(itemNamed(*vm, QStringLiteral("removed.wav"))->status.message(),
-                 L::sourceMissingMessage(QStringLiteral("removed.wav")));
+                 L::text(L::SourceMissingMessage, QStringLiteral("removed.wav")));
         // Rewritten at another level after it was measured: written with the new loudness.
         const LoudnessMeasurement now =
             LoudnessAnalysisService(std::make_shared<FFmpegRunner>(TestEnvironment::ffmpegPath()))
@@ -854,9 +854,9 @@ private Q_SLOTS:
         if (full)
             ::umount(encodedPath(root + QStringLiteral("/full")).constData());
         QCOMPARE(run.status, status);
-        QVERIFY2(
-            run.err.contains(full ? systemErrorText(ENOSPC) : L::reportOverAudioRefused(report)),
-            qPrintable(run.err));
+        QVERIFY2(run.err.contains(full ? systemErrorText(ENOSPC)
+                                       : L::text(L::ReportOverAudioRefused, report)),
+                 qPrintable(run.err));
         if (full)
             QCOMPARE(kept, QByteArray("the previous report\r\n"));
         else
@@ -877,10 +877,10 @@ private Q_SLOTS:
         QTest::newRow("version") << QStringList{QStringLiteral("--version")} << 0 << QString();
         QTest::newRow("a path that is not there")
             << QStringList{QStringLiteral("-o"), out, in, QStringLiteral("IN/nothing.wav")} << 1
-            << L::cliNoSuchPath(QStringLiteral("IN/nothing.wav"));
+            << L::text(L::CliNoSuchPath, QStringLiteral("IN/nothing.wav"));
         QTest::newRow("output among the sources")
             << QStringList{QStringLiteral("-o"), QStringLiteral("IN/normalized"), in} << 0
-            << L::warnInsideSource();
+            << L::text(L::WarnInsideSource);
         QTest::newRow("a prefix of dots")
             << QStringList{QStringLiteral("--prefix"), QStringLiteral(".."), QStringLiteral("-o"),
                            out, in}
@@ -1012,8 +1012,8 @@ private Q_SLOTS:
             int full = 0;
             for (const QJsonObject &entry : reportedBySource(run.out)) {
                 const QString name = fileNameOf(entry.value(QStringLiteral("source")).toString());
-                full +=
-                    entry.value(QStringLiteral("message")).toString() == L::diskFullMessage(name);
+                full += entry.value(QStringLiteral("message")).toString() ==
+                        L::text(L::DiskFullMessage, name);
             }
             QVERIFY2(full > 0, run.out.constData());
         }
@@ -1021,7 +1021,8 @@ private Q_SLOTS:
         if (fault.startsWith(QStringLiteral("ffmpeg m")) ||
             fault.endsWith(QStringLiteral("executable"))) {
             QCOMPARE(run.status, 3);
-            const QString problem = L::installationProblem(
+            const QString problem = L::text(
+                L::InstallationProblem,
                 systemErrorText(fault.endsWith(QStringLiteral("executable")) ? EACCES : ENOENT));
             QCOMPARE(run.err.count(problem), 1);
         } else {

@@ -10,6 +10,7 @@
 #include <QtQuickTest>
 
 Q_IMPORT_QML_PLUGIN(Tonbrook_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Tonbrook_LocalizationPlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_StylePlugin)
 Q_IMPORT_QML_PLUGIN(Tonbrook_UiPlugin)
 

@@ -2,6 +2,7 @@
 import QtQuick
 import QtTest
 import Tonbrook.Style
+import Tonbrook.App
 import Tonbrook.Ui
 
 TestCase {
@@ -59,18 +60,18 @@ TestCase {
 
     function test_badge_data() {
         return [
-            {tag: "ready", text: "Ready", tint: TBTheme.muted, icon: "circle", spinning: false},
-            {tag: "analyzing", text: "Analyzing", tint: TBTheme.info, icon: "", spinning: true},
-            {tag: "processing", text: "Processing", tint: TBTheme.gold, icon: "", spinning: true},
-            {tag: "done", text: "Done", tint: TBTheme.success, icon: "checkmark", spinning: false},
-            {tag: "warning", text: "Warning", tint: TBTheme.warning, icon: "warning", spinning: false},
-            {tag: "failed", text: "Failed", tint: TBTheme.error, icon: "xmark", spinning: false},
-            {tag: "cancelled", text: "Cancelled", tint: TBTheme.muted, icon: "", spinning: false}
+            {tag: "ready", status: ProcessingStatus.Ready, text: "Ready", tint: TBTheme.muted, icon: "circle", spinning: false},
+            {tag: "analyzing", status: ProcessingStatus.Analyzing, text: "Analyzing", tint: TBTheme.info, icon: "", spinning: true},
+            {tag: "processing", status: ProcessingStatus.Processing, text: "Processing", tint: TBTheme.gold, icon: "", spinning: true},
+            {tag: "done", status: ProcessingStatus.Done, text: "Done", tint: TBTheme.success, icon: "checkmark", spinning: false},
+            {tag: "warning", status: ProcessingStatus.Warning, text: "Warning", tint: TBTheme.warning, icon: "warning", spinning: false},
+            {tag: "failed", status: ProcessingStatus.Failed, text: "Failed", tint: TBTheme.error, icon: "xmark", spinning: false},
+            {tag: "cancelled", status: ProcessingStatus.Cancelled, text: "Cancelled", tint: TBTheme.muted, icon: "", spinning: false}
         ];
     }
 
     function test_badge(data) {
-        const item = createTemporaryObject(badge, testCase, {status: data.tag});
+        const item = createTemporaryObject(badge, testCase, {status: data.status});
         compare(item.text, data.text);
         compare(item.tint, data.tint);
         compare(item.iconName, data.icon);
@@ -90,7 +91,7 @@ TestCase {
     }
 
     function test_detailSheetSizeAndDetails() {
-        const sheet = createTemporaryObject(details, testCase, {fileName: "a.wav", status: "done"});
+        const sheet = createTemporaryObject(details, testCase, {fileName: "a.wav", status: ProcessingStatus.Done});
         sheet.open();
         tryCompare(sheet, "opened", true);
         compare(sheet.height, 200);
@@ -99,7 +100,7 @@ TestCase {
         sheet.close();
         tryCompare(sheet, "visible", false);
 
-        sheet.status = "failed";
+        sheet.status = ProcessingStatus.Failed;
         sheet.statusMessage = "Could not process \u201ca.wav\u201d.";
         sheet.errorDetails = "ffmpeg exit code 1\n\nbroken";
         sheet.showDetails = true;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/LoudnessMeasurement.h"
+#include "engine/LoudnormReport.h"
 
 #include <QTest>
 
@@ -29,7 +29,7 @@ QString block(const QString &inputI, const QString &inputTP = QStringLiteral("\"
 
 } // namespace
 
-class LoudnessMeasurementTest : public QObject
+class LoudnormReportTest : public QObject
 {
     Q_OBJECT
 
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QFETCH(double, inputI);
         QFETCH(double, inputTP);
 
-        const auto measurement = LoudnessMeasurement::parse(output);
+        const auto measurement = LoudnormReport::parse(output);
         QCOMPARE(measurement.has_value(), valid);
         if (!valid)
             return;
@@ -88,5 +88,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(LoudnessMeasurementTest)
-#include "LoudnessMeasurementTest.moc"
+QTEST_GUILESS_MAIN(LoudnormReportTest)
+#include "LoudnormReportTest.moc"

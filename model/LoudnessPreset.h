@@ -11,8 +11,6 @@
 struct LoudnessPreset
 {
     QString id;
-    // English, and the display name of a preset that is not built in.
-    QString name;
     std::optional<double> targetLUFS;
     bool isCustom = false;
 
@@ -20,9 +18,6 @@ struct LoudnessPreset
     static const QList<LoudnessPreset> &builtIn();
     static std::optional<LoudnessPreset> builtIn(QStringView id);
 
-    QString localizedName() const;
-    // The picker's text: "Streaming -14 LUFS", or the bare name without a target.
-    QString localizedDisplayLabel() const;
 
     friend bool operator==(const LoudnessPreset &, const LoudnessPreset &) = default;
 };

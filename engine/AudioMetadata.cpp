@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "model/AudioMetadata.h"
+#include "engine/AudioMetadata.h"
 
 #include "model/StandardPath.h"
 
@@ -129,6 +129,18 @@ std::optional<AudioStreamFacts> streamFacts(const QString &path)
                 facts->sampleRate = *rate;
     }
     return facts;
+}
+
+std::optional<FileStamp> stamp(const QString &path)
+{
+    struct stat info
+    {};
+    if (::stat(encodedPath(path).constData(), &info) != 0)
+        return std::nullopt;
+    return FileStamp{.size = static_cast<qint64>(info.st_size),
+                     .modifiedNanoseconds = static_cast<qint64>(info.st_mtim.tv_sec) * 1'000'000'000 +
+                                            info.st_mtim.tv_nsec,
+                     .inode = static_cast<quint64>(info.st_ino)};
 }
 
 } // namespace AudioMetadata

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/AudioStreamFacts.h"
+#include "model/FileStamp.h"
 
 #include <QString>
 
@@ -22,6 +23,9 @@ std::optional<AudioStreamFacts> streamFacts(const QString &path);
 // (a pipe, a device, a socket, a folder). Opening a pipe waits for a writer
 // for ever, so nothing that reads sources opens one.
 bool isSomethingOtherThanAFile(const QString &path);
+
+// The file as it is now; absent when it cannot be looked at.
+std::optional<FileStamp> stamp(const QString &path);
 
 // A declared rate as a whole number of hertz: halves away from zero; absent
 // for zero, negative or non-finite rates.

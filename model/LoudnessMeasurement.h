@@ -15,9 +15,5 @@ struct LoudnessMeasurement
     double inputThresh = 0;  // gating threshold, LUFS
     double targetOffset = 0; // offset loudnorm suggests for the requested target, LU
 
-    // Reads the JSON block loudnorm prints last on standard error. Absent when
-    // the block is missing, cut short, malformed or lacks any of the five keys.
-    static std::optional<LoudnessMeasurement> parse(const QString &ffmpegOutput);
-
     friend bool operator==(const LoudnessMeasurement &, const LoudnessMeasurement &) = default;
 };

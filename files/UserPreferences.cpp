@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "model/UserPreferences.h"
+#include "files/UserPreferences.h"
 
 namespace UserPreferences {
 

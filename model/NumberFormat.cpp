@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/NumberFormat.h"
+#include "model/NumberFormat.h"
 
 #include <algorithm>
 #include <array>

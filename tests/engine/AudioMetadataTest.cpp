@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "model/AudioMetadata.h"
+#include "engine/AudioMetadata.h"
 
 #include "TestAudio.h"
 #include "TestEnvironment.h"

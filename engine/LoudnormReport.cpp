@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/LoudnessMeasurement.h"
+#include "engine/LoudnormReport.h"
 
-#include "engine/NumberFormat.h"
+#include "model/NumberFormat.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -29,7 +29,7 @@ std::optional<double> value(const QJsonObject &object, QLatin1StringView key)
 
 } // namespace
 
-std::optional<LoudnessMeasurement> LoudnessMeasurement::parse(const QString &ffmpegOutput)
+std::optional<LoudnessMeasurement> LoudnormReport::parse(const QString &ffmpegOutput)
 {
     // The measurement is the last block of the log; earlier lines (metadata,
     // say) may hold braces of their own.
