@@ -117,7 +117,7 @@ void MainViewModel::setSettings(const ProcessingSettings &settings)
 {
     if (settings == m_settings)
         return;
-    const bool folderChanged = settings.outputFolderURL != m_settings.outputFolderURL;
+    const bool folderChanged = settings.outputFolder != m_settings.outputFolder;
     m_settings = settings;
     m_queue.setOutputMode(m_settings.outputFormatMode);
     if (folderChanged)
@@ -157,7 +157,7 @@ bool MainViewModel::allSelected() const
 
 bool MainViewModel::canProcess() const
 {
-    return !queue().isEmpty() && m_settings.outputFolderURL.has_value() && !m_installationProblem;
+    return !queue().isEmpty() && m_settings.outputFolder.has_value() && !m_installationProblem;
 }
 
 bool MainViewModel::hasUnanalyzedFiles() const
@@ -197,7 +197,7 @@ QString MainViewModel::footerLeadingText() const
 
 QString MainViewModel::footerTrailingText() const
 {
-    return m_settings.outputFolderURL.value_or(L::text(L::NoOutputFolder));
+    return m_settings.outputFolder.value_or(L::text(L::NoOutputFolder));
 }
 
 std::optional<QString> MainViewModel::noticeText(const ImportCounts &counts)
@@ -228,10 +228,10 @@ void MainViewModel::retranslate()
 
 void MainViewModel::restoreOutputFolder()
 {
-    if (m_settings.outputFolderURL)
+    if (m_settings.outputFolder)
         return;
     if (const auto folder = m_services.bookmarkStore.restore()) {
-        m_settings.outputFolderURL = folder;
+        m_settings.outputFolder = folder;
         Q_EMIT settingsChanged();
         Q_EMIT derivedChanged();
     }
@@ -268,7 +268,7 @@ void MainViewModel::importPaths(const QStringList &paths)
 {
     if (paths.isEmpty())
         return;
-    ImportSummary summary = m_services.importService->importURLs(paths, queue());
+    ImportSummary summary = m_services.importService->importPaths(paths, queue());
     m_lastImport = ImportCounts{static_cast<int>(summary.items.size()), summary.duplicateCount,
                                 summary.unsupportedCount};
     m_queue.append(summary.items);
@@ -353,7 +353,7 @@ void MainViewModel::chooseOutputFolder()
     const auto folder = m_services.panelPresenter->presentDestinationFolderPanel();
     if (!folder)
         return;
-    m_settings.outputFolderURL = *folder;
+    m_settings.outputFolder = *folder;
     m_services.bookmarkStore.save(*folder);
     revalidateOutputFolder();
     Q_EMIT settingsChanged();
@@ -362,18 +362,18 @@ void MainViewModel::chooseOutputFolder()
 
 void MainViewModel::revalidateOutputFolder()
 {
-    if (!m_settings.outputFolderURL) {
+    if (!m_settings.outputFolder) {
         setOutputWarning(std::nullopt);
         return;
     }
     QStringList sources;
     sources.reserve(queue().size());
     for (const AudioFileItem &item : queue())
-        sources.append(item.sourceURL);
-    const QString root = standardizedPath(*m_settings.outputFolderURL);
+        sources.append(item.sourcePath);
+    const QString root = standardizedPath(*m_settings.outputFolder);
     if (m_services.outputPathService->isInsideSourceTree(root, sources))
         setOutputWarning(L::text(L::WarnInsideSource));
-    else if (!m_services.outputPathService->isWritable(*m_settings.outputFolderURL))
+    else if (!m_services.outputPathService->isWritable(*m_settings.outputFolder))
         setOutputWarning(L::text(L::WarnNotWritable));
     else
         setOutputWarning(std::nullopt);
@@ -385,7 +385,7 @@ ItemDetails MainViewModel::itemData(const QString &id) const
     if (!item)
         return {};
     return {true,
-            displayedPath(fileNameOf(item->sourceURL)),
+            displayedPath(fileNameOf(item->sourcePath)),
             item->status.kind(),
             item->status.message(),
             item->errorDetails.value_or(QString()),
@@ -407,7 +407,7 @@ void MainViewModel::analyzeQueue()
     std::vector<std::pair<QUuid, QString>> pending;
     for (const AudioFileItem &item : queue()) {
         if (!item.measurement && !m_analyzingIDs.contains(item.id))
-            pending.emplace_back(item.id, item.sourceURL);
+            pending.emplace_back(item.id, item.sourcePath);
     }
     if (pending.empty())
         return;
@@ -509,7 +509,7 @@ void MainViewModel::applyMeasurement(const AnalysisResult &result)
 void MainViewModel::process()
 {
     const QList<QUuid> targets = effectiveTargetIDs();
-    if (targets.isEmpty() || !m_settings.outputFolderURL || m_installationProblem ||
+    if (targets.isEmpty() || !m_settings.outputFolder || m_installationProblem ||
         m_screenState == AppScreenState::Processing)
         return;
     // Analysis stops for good (its token stays cancelled until the queue is
@@ -555,7 +555,7 @@ void MainViewModel::runProcessing(const QList<QUuid> &targets)
     const CancellationTokenPtr token = m_processingCancellation;
     const std::shared_ptr<const LoudnessProcessing> processor = m_services.processingService;
     auto jobs = std::make_shared<std::vector<ProcessingJob>>(
-        resolveJobs(targets, *settings.outputFolderURL));
+        resolveJobs(targets, *settings.outputFolder));
     const int run = ++m_run;
 
     m_processedCount = 0;
@@ -599,7 +599,7 @@ void MainViewModel::runProcessing(const QList<QUuid> &targets)
             return;
         ++m_processedCount;
         if (!inFlight->empty())
-            m_currentFileName = fileNameOf((*jobs)[*inFlight->begin()].item.sourceURL);
+            m_currentFileName = fileNameOf((*jobs)[*inFlight->begin()].item.sourcePath);
         Q_EMIT processingProgressChanged();
         Q_EMIT derivedChanged();
     };
@@ -622,7 +622,7 @@ void MainViewModel::runProcessing(const QList<QUuid> &targets)
 void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const ProcessingJob &job,
                                           bool cancelled)
 {
-    const QString sourceName = displayedPath(fileNameOf(job.item.sourceURL));
+    const QString sourceName = displayedPath(fileNameOf(job.item.sourcePath));
     bool stopped = cancelled;
     if (output.error) {
         try {
@@ -717,8 +717,8 @@ CompletionSummary MainViewModel::summarize(const std::vector<ProcessingJob> &job
 void MainViewModel::finishToCompletion()
 {
     setScreenState(AppScreenState::Completed);
-    if (m_settings.revealInFinderWhenComplete && m_settings.outputFolderURL && m_services.revealer)
-        m_services.revealer->revealFolder(*m_settings.outputFolderURL);
+    if (m_settings.revealInFinderWhenComplete && m_settings.outputFolder && m_services.revealer)
+        m_services.revealer->revealFolder(*m_settings.outputFolder);
 }
 
 void MainViewModel::cancelProcessing()
@@ -766,7 +766,7 @@ std::optional<QString> MainViewModel::reportPathRefusal(const QString &path) con
     const QString target = standardizedPath(path);
     bool isSource = false;
     for (const AudioFileItem &item : queue())
-        isSource = isSource || standardizedPath(item.sourceURL) == target;
+        isSource = isSource || standardizedPath(item.sourcePath) == target;
     if (isSource || CSVReportService::looksLikeAudio(target))
         return L::text(L::ReportOverAudioRefused, displayedPath(target));
     return std::nullopt;
@@ -779,8 +779,8 @@ void MainViewModel::waitForBackgroundWork()
 
 void MainViewModel::revealOutputFolder()
 {
-    if (m_settings.outputFolderURL && m_services.revealer)
-        m_services.revealer->revealFolder(*m_settings.outputFolderURL);
+    if (m_settings.outputFolder && m_services.revealer)
+        m_services.revealer->revealFolder(*m_settings.outputFolder);
 }
 
 void MainViewModel::showSupport()

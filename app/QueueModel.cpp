@@ -33,7 +33,7 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case FileNameRole:
-        return fileNameOf(item.sourceURL);
+        return fileNameOf(item.sourcePath);
     case IdRole:
         return item.id.toString(QUuid::WithoutBraces);
     case RelativePathRole:

@@ -177,12 +177,12 @@ bool SettingsModel::bitDepthApplies() const
 
 QString SettingsModel::outputFolder() const
 {
-    return m_controller.settings().outputFolderURL.value_or(QString());
+    return m_controller.settings().outputFolder.value_or(QString());
 }
 
 bool SettingsModel::hasOutputFolder() const
 {
-    return m_controller.settings().outputFolderURL.has_value();
+    return m_controller.settings().outputFolder.has_value();
 }
 
 bool SettingsModel::revealWhenComplete() const

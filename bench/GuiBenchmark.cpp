@@ -196,7 +196,7 @@ ProcessingSettings podcastWav(const QString &outputFolder)
     settings.outputFormatMode = OutputFormatMode::Wav;
     settings.bitDepth = OutputBitDepth::Bit24;
     settings.revealInFinderWhenComplete = false;
-    settings.outputFolderURL = outputFolder;
+    settings.outputFolder = outputFolder;
     return settings;
 }
 

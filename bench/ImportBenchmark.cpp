@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Import of large generated trees: wall time of importURLs and the memory it
+// Import of large generated trees: wall time of importPaths and the memory it
 // takes. Prints one table row per tree size; the median of several runs, and
 // "result<TAB>key<TAB>value" lines for bench/run.
 //
@@ -87,7 +87,7 @@ int main(int argc, char *argv[])
     out << QStringLiteral("%1 %2 %3 %4\n")
                .arg(QStringLiteral("files"), 8)
                .arg(QStringLiteral("items"), 8)
-               .arg(QStringLiteral("importURLs s"), 13)
+               .arg(QStringLiteral("importPaths s"), 13)
                .arg(QStringLiteral("peak +MiB"), 10);
     for (const QString &size : parser.value(sizesOption).split(u',')) {
         const int files = size.toInt();
@@ -102,7 +102,7 @@ int main(int argc, char *argv[])
             const double before = residentMiB().first;
             QElapsedTimer timer;
             timer.start();
-            const ImportSummary summary = service.importURLs({dir.path()}, {});
+            const ImportSummary summary = service.importPaths({dir.path()}, {});
             seconds.push_back(timer.nsecsElapsed() / 1e9);
             // Growth of the peak while the result is held; the allocator keeps
             // what it freed, so the first run is the one that shows it.

@@ -136,7 +136,7 @@ CliParseResult parseCliOptions(const QStringList &arguments)
     if (parser.isSet(report))
         options.reportPath = absolute(parser.value(report));
     if (parser.isSet(output))
-        options.settings.outputFolderURL = absolute(parser.value(output));
+        options.settings.outputFolder = absolute(parser.value(output));
     else if (!options.analyzeOnly) {
         parsed.error = L::text(L::CliNeedsOutput);
         return parsed;

@@ -148,7 +148,7 @@ void CliSession::itemFinished(const QUuid &id)
     if (!item)
         return;
     clearProgress();
-    QString line = displayedPath(fileNameOf(item->sourceURL)) + QStringLiteral(" \u2014 ") +
+    QString line = displayedPath(fileNameOf(item->sourcePath)) + QStringLiteral(" \u2014 ") +
                    L::statusName(item->status.kind());
     const auto &result = item->result;
     if (result && (result->appliedGain || result->finalLUFS))
@@ -316,7 +316,7 @@ void CliSession::printJson()
         QJsonObject object;
         // Bytes of a name that is not UTF-8 travel as \udcXX escapes, which
         // a reader's surrogate escape (Python's os.fsencode) turns back into them.
-        object.insert(QStringLiteral("source"), item.sourceURL);
+        object.insert(QStringLiteral("source"), item.sourcePath);
         object.insert(QStringLiteral("relativePath"), item.relativePath);
         object.insert(QStringLiteral("status"), ProcessingStatus::rawValue(item.status.kind()));
         object.insert(QStringLiteral("message"), item.status.message().isEmpty()

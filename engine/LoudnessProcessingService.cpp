@@ -263,33 +263,33 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
                                                     const ProcessingSettings &settings,
                                                     const CancellationToken &cancellation) const
 {
-    if (standardizedPath(destination) == standardizedPath(item.sourceURL))
+    if (standardizedPath(destination) == standardizedPath(item.sourcePath))
         throw ProcessingError::destinationEqualsSource();
     // A source replaced by a pipe since it was imported would hold ffmpeg
     // (and this job) until someone wrote to it.
-    if (AudioMetadata::isSomethingOtherThanAFile(item.sourceURL))
+    if (AudioMetadata::isSomethingOtherThanAFile(item.sourcePath))
         throw ProcessingError::analysisFailed(
-            LoudnessAnalysisError::notARegularFile(item.sourceURL).describe());
+            LoudnessAnalysisError::notARegularFile(item.sourcePath).describe());
 
-    checkSourceReadable(item.sourceURL);
-    const AudioStreamFacts source = sourceFacts(item.sourceURL);
+    checkSourceReadable(item.sourcePath);
+    const AudioStreamFacts source = sourceFacts(item.sourcePath);
     const OutputEncoding encoding = requested.forSource(source.codec, source.bits);
 
     ProcessingResult result;
-    result.sourceFileName = fileName(item.sourceURL);
+    result.sourceFileName = fileName(item.sourcePath);
     result.outcome = ProcessingOutcome::Success;
 
     if (!settings.normalizeLoudness) {
         const OutputShape shape =
             OutputShape::decide(source, encoding, settings.sampleRateMode, false);
-        const Keeping keep = keeping(item.sourceURL, source, encoding, shape, settings, false);
+        const Keeping keep = keeping(item.sourcePath, source, encoding, shape, settings, false);
         result.changes = shape.changes;
         result.notKept = keep.notKept;
         // Floating-point samples may go past full scale, which integer PCM
         // cannot hold: find out before, so that the clipping is said.
         std::optional<double> overs;
         if (source.isFloat && encoding.family == OutputEncoding::Family::IntegerPcm) {
-            const double peak = measure(item.sourceURL, settings, cancellation).inputTP;
+            const double peak = measure(item.sourcePath, settings, cancellation).inputTP;
             if (std::isfinite(peak) && peak > 0)
                 overs = peak;
         }
@@ -298,8 +298,8 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
                           !shape.downmixed;
         createParentDirectory(destination);
         PartFile part(destination);
-        render((copy ? copyCommandLine(item.sourceURL, encoding)
-                     : commandLine(item.sourceURL, {}, shape, encoding))
+        render((copy ? copyCommandLine(item.sourcePath, encoding)
+                     : commandLine(item.sourcePath, {}, shape, encoding))
                    << keep.arguments,
                part, cancellation, keep.finish);
         result.outputFileName = fileName(part.moveIntoPlace());
@@ -316,16 +316,16 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     // was measured: one edited or replaced since is measured again.
     const bool storedStillTrue =
         item.measurement &&
-        (!item.measuredStamp || AudioMetadata::stamp(item.sourceURL) == item.measuredStamp);
+        (!item.measuredStamp || AudioMetadata::stamp(item.sourcePath) == item.measuredStamp);
     const LoudnessMeasurement measurement =
-        storedStillTrue ? *item.measurement : measure(item.sourceURL, settings, cancellation);
+        storedStillTrue ? *item.measurement : measure(item.sourcePath, settings, cancellation);
 
     const NormalizationPlan plan =
         NormalizationPlan::compute(measurement, target, settings.truePeakCeiling);
     const GainFilter filter = GainFilter::choose(measurement, plan, settings.truePeakCeiling);
     const OutputShape shape = OutputShape::decide(source, encoding, settings.sampleRateMode,
                                                   filter.kind != GainFilter::Kind::None);
-    const Keeping keep = keeping(item.sourceURL, source, encoding, shape, settings,
+    const Keeping keep = keeping(item.sourcePath, source, encoding, shape, settings,
                                  filter.kind != GainFilter::Kind::None);
     result.changes = shape.changes;
     result.notKept = keep.notKept;
@@ -337,7 +337,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
 
     createParentDirectory(destination);
     auto part = std::make_unique<PartFile>(destination);
-    render(commandLine(item.sourceURL, filter.text, shape, encoding) << keep.arguments, *part,
+    render(commandLine(item.sourcePath, filter.text, shape, encoding) << keep.arguments, *part,
            cancellation, keep.finish);
 
     // Another rate or layout, or a lossy encoder, makes the prediction an
@@ -374,7 +374,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
             before = std::pair(gain, written.inputI);
             gain = next;
             auto again = std::make_unique<PartFile>(destination);
-            render(commandLine(item.sourceURL, volumeFilter(gain), shape, encoding)
+            render(commandLine(item.sourcePath, volumeFilter(gain), shape, encoding)
                        << keep.arguments,
                    *again, cancellation, keep.finish);
             written = measure(again->path(), settings, cancellation);

@@ -29,14 +29,14 @@ FileImportService::FileImportService(std::shared_ptr<const FolderScanning> folde
     : m_folderScanner(std::move(folderScanner))
 {}
 
-ImportSummary FileImportService::importURLs(const QStringList &paths,
+ImportSummary FileImportService::importPaths(const QStringList &paths,
                                             const QList<AudioFileItem> &existing) const
 {
     ImportSummary summary;
     QSet<QString> keys;
     keys.reserve(existing.size() + paths.size());
     for (const AudioFileItem &item : existing)
-        keys.insert(standardizedPath(item.sourceURL));
+        keys.insert(standardizedPath(item.sourcePath));
 
     // The same file given twice (alone and inside a dropped folder, say)
     // becomes one item: the key set grows as items are added.

@@ -12,7 +12,7 @@ class FileImportService final : public FileImporting
 public:
     explicit FileImportService(std::shared_ptr<const FolderScanning> folderScanner);
 
-    ImportSummary importURLs(const QStringList &paths,
+    ImportSummary importPaths(const QStringList &paths,
                              const QList<AudioFileItem> &existing) const override;
 
 private:

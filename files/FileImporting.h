@@ -13,6 +13,6 @@ public:
     // Turns dropped or chosen paths (files and folders, in the order given)
     // into new queue items, skipping unsupported entries and files already in
     // `existing` or earlier in the same import. Never fails.
-    virtual ImportSummary importURLs(const QStringList &paths,
+    virtual ImportSummary importPaths(const QStringList &paths,
                                      const QList<AudioFileItem> &existing) const = 0;
 };

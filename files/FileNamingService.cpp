@@ -17,7 +17,7 @@ bool isTaken(const QString &path, const QSet<QString> &reserved)
     return ::lstat(encodedPath(path).constData(), &info) == 0;
 }
 
-QString uniqueURL(const QString &wanted, const QSet<QString> &reserved)
+QString uniquePath(const QString &wanted, const QSet<QString> &reserved)
 {
     if (!isTaken(wanted, reserved))
         return wanted;

@@ -10,7 +10,7 @@
 namespace FileNamingService {
 
 // `reserved` holds the standardized paths already promised in this run.
-QString uniqueURL(const QString &wanted, const QSet<QString> &reserved);
+QString uniquePath(const QString &wanted, const QSet<QString> &reserved);
 bool isTaken(const QString &path, const QSet<QString> &reserved);
 
 } // namespace FileNamingService

@@ -35,7 +35,7 @@ OutputDestination OutputDestination::forItem(const AudioFileItem &item,
                                              const ProcessingSettings &settings,
                                              const QString &outputFolder, QSet<QString> &reserved)
 {
-    const QString sourceName = fileNameOf(item.sourceURL);
+    const QString sourceName = fileNameOf(item.sourcePath);
     const OutputEncoding encoding = OutputEncoding::resolve(
         item.sourceFormat, settings.outputFormatMode, settings.bitDepth, extensionOf(sourceName));
 
@@ -54,7 +54,7 @@ OutputDestination OutputDestination::forItem(const AudioFileItem &item,
     const QString subfolder = subfolderOf(item.relativePath);
     if (!subfolder.isEmpty())
         path += subfolder + u'/';
-    path = FileNamingService::uniqueURL(path + name, reserved);
+    path = FileNamingService::uniquePath(path + name, reserved);
     reserved.insert(standardizedPath(path));
     return {encoding, path};
 }

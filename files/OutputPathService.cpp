@@ -23,12 +23,12 @@ bool writable(const QString &path)
 
 } // namespace
 
-bool OutputPathService::isInsideSourceTree(const QString &root, const QStringList &sourceURLs) const
+bool OutputPathService::isInsideSourceTree(const QString &root, const QStringList &sourcePaths) const
 {
     const QString rootSlash = withSlash(root);
     // A big queue has few distinct folders; each is compared once.
     QSet<QString> seen;
-    for (const QString &source : sourceURLs) {
+    for (const QString &source : sourcePaths) {
         const QString clean = standardizedPath(source);
         const QString folder = clean.left(std::max<qsizetype>(clean.lastIndexOf(u'/'), 1));
         if (seen.contains(folder))

@@ -6,6 +6,6 @@
 class OutputPathService final : public OutputPathResolving
 {
 public:
-    bool isInsideSourceTree(const QString &root, const QStringList &sourceURLs) const override;
+    bool isInsideSourceTree(const QString &root, const QStringList &sourcePaths) const override;
     bool isWritable(const QString &path) const override;
 };

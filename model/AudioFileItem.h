@@ -20,7 +20,7 @@ struct AudioFileItem
 {
     QUuid id;
     // Absolute path of the file as given or as found by a folder scan.
-    QString sourceURL;
+    QString sourcePath;
     // What the user sees and what the output mirrors: the file name for a
     // file added on its own, the path below the folder for one found in a
     // folder, joined by "/".

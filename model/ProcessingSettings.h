@@ -28,7 +28,7 @@ struct ProcessingSettings
     OutputBitDepth bitDepth = OutputBitDepth::Bit24;
     OutputFormatMode outputFormatMode = OutputFormatMode::KeepOriginal;
     // Absolute path of the folder that receives the output.
-    std::optional<QString> outputFolderURL;
+    std::optional<QString> outputFolder;
     bool revealInFinderWhenComplete = true;
     bool addPrefix = false;
     QString prefix = QStringLiteral("LUFS_");

@@ -76,14 +76,14 @@ public:
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         if (token.isCancelled())
             throw ProcessingError::cancelled();
-        const QString name = fileNameOf(item.sourceURL);
+        const QString name = fileNameOf(item.sourcePath);
         if (name.contains(QStringLiteral("corrupt")))
             throw ProcessingError::ffmpegFailed(
                 183, QStringLiteral("[in#0 @ 0x55d0] Error opening input: Invalid data found when "
                                     "processing input\n"
                                     "Error opening input file ") +
-                         item.sourceURL + QStringLiteral(".\n"));
-        const double loudness = loudnessOf(item.sourceURL);
+                         item.sourcePath + QStringLiteral(".\n"));
+        const double loudness = loudnessOf(item.sourcePath);
         const double target = settings.effectiveTargetLUFS();
         const bool limited = name.startsWith(QStringLiteral("Kick"));
         const double final = limited ? loudness + 4 : target;
@@ -192,7 +192,7 @@ int main(int argc, char *argv[])
         shoot(window, name("01-idle-empty"));
 
         ProcessingSettings settings = vm.settings();
-        settings.outputFolderURL = scratch.filePath(QStringLiteral("Delivered"));
+        settings.outputFolder = scratch.filePath(QStringLiteral("Delivered"));
         vm.setSettings(settings);
         vm.importPaths({session, scratch.filePath(QStringLiteral("notes.txt"))});
         settle(800);
@@ -209,7 +209,7 @@ int main(int argc, char *argv[])
         settings.customTargetLUFS = -18.5;
         settings.outputFormatMode = OutputFormatMode::Mp3;
         settings.addPrefix = true;
-        settings.outputFolderURL = session + QStringLiteral("/Act 1/Cues/Delivered");
+        settings.outputFolder = session + QStringLiteral("/Act 1/Cues/Delivered");
         vm.setSettings(settings);
         shoot(window, name("04-settings-custom-overlap"));
 
@@ -220,7 +220,7 @@ int main(int argc, char *argv[])
         settings = vm.settings();
         settings.selectedPreset = *LoudnessPreset::builtIn(u"podcast");
         settings.outputFormatMode = OutputFormatMode::KeepOriginal;
-        settings.outputFolderURL = scratch.filePath(QStringLiteral("Delivered"));
+        settings.outputFolder = scratch.filePath(QStringLiteral("Delivered"));
         settings.revealInFinderWhenComplete = false;
         vm.setSettings(settings);
         vm.toggleSelectAll();

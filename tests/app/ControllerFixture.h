@@ -123,10 +123,10 @@ public:
     {
         {
             const std::lock_guard lock(m_mutex);
-            m_destinations.insert(fileNameOf(item.sourceURL), destination);
+            m_destinations.insert(fileNameOf(item.sourcePath), destination);
         }
         const Answer answer = const_cast<JobGate<Answer> &>(gate).await(
-            fileNameOf(item.sourceURL), cancellation,
+            fileNameOf(item.sourcePath), cancellation,
             []() -> ProcessingResult { throw ProcessingError::cancelled(); });
         return answer();
     }
@@ -248,7 +248,7 @@ public:
     AudioFileItem item(const QString &fileName) const
     {
         for (const AudioFileItem &entry : controller->queue())
-            if (fileNameOf(entry.sourceURL) == fileName)
+            if (fileNameOf(entry.sourcePath) == fileName)
                 return entry;
         return {QUuid(),
                 {},
@@ -273,7 +273,7 @@ public:
     void setOutputFolder()
     {
         ProcessingSettings settings = controller->settings();
-        settings.outputFolderURL = dir.filePath(QStringLiteral("out"));
+        settings.outputFolder = dir.filePath(QStringLiteral("out"));
         controller->setSettings(settings);
     }
 

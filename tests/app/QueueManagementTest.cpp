@@ -127,7 +127,7 @@ private Q_SLOTS:
         // A cancelled dialog changes nothing.
         f.panels->destination.reset();
         f.vm().chooseOutputFolder();
-        QCOMPARE(f.vm().settings().outputFolderURL,
+        QCOMPARE(f.vm().settings().outputFolder,
                  std::optional(f.dir.filePath(QStringLiteral("in/src/out"))));
 
         // The next controller on the same preferences finds the folder again, unless it has one.
@@ -136,7 +136,7 @@ private Q_SLOTS:
         next.preferences->setValue(QStringLiteral("outputFolderBookmark"),
                                    f.dir.filePath(QStringLiteral("in/src/out")).toUtf8());
         next.vm().restoreOutputFolder();
-        QCOMPARE(next.vm().settings().outputFolderURL,
+        QCOMPARE(next.vm().settings().outputFolder,
                  std::optional(f.dir.filePath(QStringLiteral("in/src/out"))));
     }
 

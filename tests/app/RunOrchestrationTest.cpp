@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(failed.errorDetails,
                  std::optional(QStringLiteral("ffmpeg exit code 1\n\nNo space left on device")));
         QCOMPARE(failed.result->outcome, ProcessingOutcome::Failed);
-        QCOMPARE(f.revealer->revealed, QStringList{*f.vm().settings().outputFolderURL});
+        QCOMPARE(f.revealer->revealed, QStringList{*f.vm().settings().outputFolder});
         QCOMPARE(f.vm().statusText(), QStringLiteral("Complete"));
     }
 
@@ -251,7 +251,7 @@ private Q_SLOTS:
         QCOMPARE(items.size(), 4);
         f.vm().process();
         QTRY_COMPARE(f.processor->gate.started().size(), 3);
-        const QString out = *f.vm().settings().outputFolderURL;
+        const QString out = *f.vm().settings().outputFolder;
         QCOMPARE(f.vm().destinationOf(items[0].id),
                  std::optional(out + QStringLiteral("/a/Take.wav")));
         QCOMPARE(f.vm().destinationOf(items[1].id),

@@ -222,7 +222,7 @@ private Q_SLOTS:
         ProcessingSettings settings = streamingSettings();
         settings.sampleRateMode = SampleRateMode::PreserveOriginal;
         AudioFileItem textItem = item(quietFile);
-        textItem.sourceURL = notAudio;
+        textItem.sourcePath = notAudio;
         service().process(
             textItem, m_dir.filePath(QStringLiteral("out/notes.wav")),
             {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s16le")}},
@@ -443,7 +443,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder));
         QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-20, 0.5)}));
         AudioFileItem stored = item(quietFile);
-        stored.sourceURL = source;
+        stored.sourcePath = source;
         stored.measuredStamp = AudioMetadata::stamp(source);
         if (sourceChanged)
             QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-50, 0.7)}));
@@ -540,14 +540,14 @@ private Q_SLOTS:
     void sourceGoneIsSaidSo()
     {
         AudioFileItem gone = item(quietFile);
-        gone.sourceURL = m_dir.filePath(QStringLiteral("moved away.wav"));
+        gone.sourcePath = m_dir.filePath(QStringLiteral("moved away.wav"));
         try {
             service().process(gone, m_dir.filePath(QStringLiteral("out/moved away.wav")),
                               {QStringLiteral("wav"), {}}, streamingSettings(),
                               CancellationToken());
             QFAIL("a missing source was processed");
         } catch (const ProcessingError &error) {
-            QCOMPARE(error, ProcessingError::sourceMissing(gone.sourceURL));
+            QCOMPARE(error, ProcessingError::sourceMissing(gone.sourcePath));
         }
         QCOMPARE(m_runner->calls().size(), 0);
     }

@@ -217,7 +217,7 @@ class MetadataKeepingTest : public QObject
         settings.sampleRateMode = rate;
         settings.normalizeLoudness = normalize;
         AudioFileItem item;
-        item.sourceURL = source;
+        item.sourcePath = source;
         item.sourceFormat = *SourceAudioFormats::fromFileName(source);
         const OutputEncoding encoding = OutputEncoding::resolve(
             item.sourceFormat, mode, OutputBitDepth::Bit24, QFileInfo(source).suffix());

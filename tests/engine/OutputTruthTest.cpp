@@ -114,7 +114,7 @@ private Q_SLOTS:
         settings.normalizeLoudness = normalize;
         AudioFileItem item;
         item.id = QUuid::createUuid();
-        item.sourceURL = path;
+        item.sourcePath = path;
         item.relativePath = fileNameOf(path);
         item.sourceFormat = format;
         const QString destination =
@@ -177,7 +177,7 @@ private Q_SLOTS:
         settings.normalizeLoudness = false;
         settings.bitDepth = depth;
         AudioFileItem item;
-        item.sourceURL = path;
+        item.sourcePath = path;
         item.sourceFormat = SourceAudioFormat::Wav;
         const QString destination =
             m_dir.filePath(QStringLiteral("hot/%1.wav").arg(OutputBitDepths::rawValue(depth)));
@@ -215,7 +215,7 @@ private Q_SLOTS:
         settings.normalizeLoudness = false;
         settings.bitDepth = OutputBitDepth::Bit16;
         AudioFileItem item;
-        item.sourceURL = path;
+        item.sourcePath = path;
         item.sourceFormat = SourceAudioFormat::Wav;
         const QString destination = m_dir.filePath(QStringLiteral("faint/16.wav"));
         m_service.process(item, destination,

@@ -40,7 +40,7 @@ class FileImportServiceTest : public QObject
 private Q_SLOTS:
     void nothingGivenNothingCounted()
     {
-        const ImportSummary summary = m_service.importURLs({}, {});
+        const ImportSummary summary = m_service.importPaths({}, {});
         QVERIFY(summary.items.isEmpty());
         QCOMPARE(summary.unsupportedCount, 0);
         QCOMPARE(summary.duplicateCount, 0);
@@ -48,7 +48,7 @@ private Q_SLOTS:
 
     void singleFiles()
     {
-        const ImportSummary summary = m_service.importURLs(
+        const ImportSummary summary = m_service.importPaths(
             {file(QStringLiteral("Take.AIF")), file(QStringLiteral("Take.aiff")),
              file(QStringLiteral("notes.txt")), file(QStringLiteral("cover.jpg")),
              m_dir.filePath(QStringLiteral("missing.wav")), file(QStringLiteral("noextension"))},
@@ -70,13 +70,13 @@ private Q_SLOTS:
     void duplicatesAgainstTheQueueAndWithinTheImport()
     {
         const QString take = file(QStringLiteral("dup/Take.wav"));
-        const ImportSummary first = m_service.importURLs({take}, {});
+        const ImportSummary first = m_service.importPaths({take}, {});
         QCOMPARE(first.items.size(), 1);
         // Given as it was, spelled with "..", and found again in its folder.
         m_scanner->files = {{take, QStringLiteral("Take.wav")},
                             {file(QStringLiteral("dup/Other.wav")), QStringLiteral("Other.wav")}};
         const ImportSummary again =
-            m_service.importURLs({take, m_dir.filePath(QStringLiteral("dup/../dup/Take.wav")),
+            m_service.importPaths({take, m_dir.filePath(QStringLiteral("dup/../dup/Take.wav")),
                                   m_dir.filePath(QStringLiteral("dup"))},
                                  first.items);
         QCOMPARE(again.items.size(), 1);
@@ -84,8 +84,8 @@ private Q_SLOTS:
         QCOMPARE(again.duplicateCount, 3);
         // The item keeps the path as it was given, not the standardized one.
         const ImportSummary spelled =
-            m_service.importURLs({m_dir.filePath(QStringLiteral("dup/./Take.wav"))}, {});
-        QCOMPARE(spelled.items[0].sourceURL, m_dir.filePath(QStringLiteral("dup/./Take.wav")));
+            m_service.importPaths({m_dir.filePath(QStringLiteral("dup/./Take.wav"))}, {});
+        QCOMPARE(spelled.items[0].sourcePath, m_dir.filePath(QStringLiteral("dup/./Take.wav")));
         QCOMPARE(spelled.items[0].relativePath, QStringLiteral("Take.wav"));
     }
 
@@ -97,12 +97,12 @@ private Q_SLOTS:
         m_scanner->files = {
             {folder + QStringLiteral("/x/readme.txt"), QStringLiteral("x/readme.txt")},
             {folder + QStringLiteral("/x/Kick.WAV"), QStringLiteral("x/Kick.WAV")}};
-        const ImportSummary summary = m_service.importURLs({folder}, {});
+        const ImportSummary summary = m_service.importPaths({folder}, {});
         QCOMPARE(summary.items.size(), 1);
         QCOMPARE(summary.items[0].relativePath, QStringLiteral("x/Kick.WAV"));
         QCOMPARE(summary.unsupportedCount, 1);
         m_scanner->files.clear();
-        const ImportSummary empty = m_service.importURLs({folder}, {});
+        const ImportSummary empty = m_service.importPaths({folder}, {});
         QCOMPARE(empty.unsupportedCount + empty.duplicateCount + empty.items.size(), 0);
     }
 };

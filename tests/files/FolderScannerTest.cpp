@@ -140,7 +140,7 @@ private Q_SLOTS:
         const FileImportService service(std::make_shared<FolderScanner>());
         // The folder, then one of its files again, a link to another, a pipe,
         // a dangling link and the same folder spelled differently.
-        const ImportSummary summary = service.importURLs(
+        const ImportSummary summary = service.importPaths(
             {m_root, m_root + QStringLiteral("/b/Take 2.WAV"),
              m_root + QStringLiteral("/link to a.mp3"), m_root + QStringLiteral("/pipe.wav"),
              m_root + QStringLiteral("/dangling.wav"), m_root + QStringLiteral("/./b/../b")},

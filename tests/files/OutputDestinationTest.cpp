@@ -80,19 +80,19 @@ private Q_SLOTS:
     {
         touch(out(QStringLiteral("disk/Take.wav")));
         touch(out(QStringLiteral("disk/Take 2.wav")));
-        QCOMPARE(FileNamingService::uniqueURL(out(QStringLiteral("disk/Take.wav")), {}),
+        QCOMPARE(FileNamingService::uniquePath(out(QStringLiteral("disk/Take.wav")), {}),
                  out(QStringLiteral("disk/Take 3.wav")));
         // A reserved path counts however it is spelled.
         QCOMPARE(
-            FileNamingService::uniqueURL(out(QStringLiteral("disk/New.wav")),
+            FileNamingService::uniquePath(out(QStringLiteral("disk/New.wav")),
                                          {standardizedPath(out(QStringLiteral("disk/./New.wav")))}),
             out(QStringLiteral("disk/New 2.wav")));
         touch(out(QStringLiteral("disk/README")));
-        QCOMPARE(FileNamingService::uniqueURL(out(QStringLiteral("disk/README")), {}),
+        QCOMPARE(FileNamingService::uniquePath(out(QStringLiteral("disk/README")), {}),
                  out(QStringLiteral("disk/README 2")));
         QVERIFY(QFile::link(out(QStringLiteral("disk/nowhere")),
                             out(QStringLiteral("disk/Dangling.wav"))));
-        QCOMPARE(FileNamingService::uniqueURL(out(QStringLiteral("disk/Dangling.wav")), {}),
+        QCOMPARE(FileNamingService::uniquePath(out(QStringLiteral("disk/Dangling.wav")), {}),
                  out(QStringLiteral("disk/Dangling 2.wav")));
     }
 

@@ -60,17 +60,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         paths.append(line.isEmpty() ? QString() : sandbox->path() + u'/' + line);
     }
     const FileImportService service(std::make_shared<FolderScanner>());
-    const ImportSummary summary = service.importURLs(paths, {});
+    const ImportSummary summary = service.importPaths(paths, {});
     QSet<QString> seen;
     for (const AudioFileItem &item : summary.items) {
-        const QFileInfo file(item.sourceURL);
-        if (!file.isFile() || file.isSymLink() || seen.contains(item.sourceURL) ||
-            !item.sourceURL.startsWith(sandbox->path() + u'/') ||
+        const QFileInfo file(item.sourcePath);
+        if (!file.isFile() || file.isSymLink() || seen.contains(item.sourcePath) ||
+            !item.sourcePath.startsWith(sandbox->path() + u'/') ||
             item.relativePath.startsWith(u'/') ||
             item.relativePath.contains(QStringLiteral("..")) ||
-            !item.sourceURL.endsWith(item.relativePath))
+            !item.sourcePath.endsWith(item.relativePath))
             std::abort();
-        seen.insert(item.sourceURL);
+        seen.insert(item.sourcePath);
     }
     if (summary.unsupportedCount < 0 || summary.duplicateCount < 0)
         std::abort();

@@ -61,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(settings.sampleRateMode, SampleRateMode::PreserveOriginal);
         QCOMPARE(settings.bitDepth, OutputBitDepth::Bit24);
         QCOMPARE(settings.outputFormatMode, OutputFormatMode::KeepOriginal);
-        QVERIFY(!settings.outputFolderURL);
+        QVERIFY(!settings.outputFolder);
         QVERIFY(!settings.addPrefix);
         QCOMPARE(settings.prefix, QStringLiteral("LUFS_"));
     }
@@ -93,7 +93,7 @@ private Q_SLOTS:
         ProcessingSettings a;
         ProcessingSettings b;
         QCOMPARE(a, b);
-        b.outputFolderURL = QStringLiteral("/out");
+        b.outputFolder = QStringLiteral("/out");
         QVERIFY(a != b);
 
         const ProcessingResult withLoudness{QStringLiteral("a.wav"),

@@ -315,7 +315,7 @@ ProcessingSettings podcastInto(const QString &output)
 {
     ProcessingSettings settings;
     settings.selectedPreset = *LoudnessPreset::builtIn(u"podcast");
-    settings.outputFolderURL = output;
+    settings.outputFolder = output;
     settings.revealInFinderWhenComplete = false;
     return settings;
 }

@@ -102,14 +102,14 @@ class MainWindowTest : public QObject
     void measureAll()
     {
         for (const AudioFileItem &entry : vm().queue())
-            m_analyzer->gate.release(fileNameOf(entry.sourceURL), ControllerFixture::measured());
+            m_analyzer->gate.release(fileNameOf(entry.sourcePath), ControllerFixture::measured());
         QTRY_VERIFY(!vm().isAnalyzing());
     }
 
     void setOutputFolder()
     {
         ProcessingSettings settings = vm().settings();
-        settings.outputFolderURL = m_dir->filePath(QStringLiteral("out"));
+        settings.outputFolder = m_dir->filePath(QStringLiteral("out"));
         vm().setSettings(settings);
     }
 
