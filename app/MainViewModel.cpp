@@ -1,49 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/MainViewModel.h"
 
-#include "app/BoundedTaskGroup.h"
-#include "app/FolderRevealing.h"
-#include "app/SupportPresenting.h"
-#include "engine/AudioMetadata.h"
-#include "engine/ErrorTranslator.h"
-#include "engine/FFmpegError.h"
-#include "engine/FFmpegRunner.h"
-#include "engine/LoudnessAnalysisService.h"
-#include "engine/LoudnessProcessingService.h"
-#include "engine/PartFile.h"
-#include "engine/ProcessingError.h"
-#include "engine/ResourceLocator.h"
-#include "engine/SystemError.h"
 #include "files/CSVReportService.h"
-#include "files/FileImportService.h"
-#include "files/FilePanelPresenting.h"
-#include "files/FolderScanner.h"
-#include "files/NoFilePanels.h"
-#include "files/OutputDestination.h"
-#include "files/OutputPathService.h"
-#include "files/UserPreferences.h"
 #include "localization/L.h"
 #include "model/StandardPath.h"
 
 #include <cmath>
-#include <set>
 #include <utility>
 
 namespace {
-
-// Stand-ins where a front end has no screen: nothing is revealed, no window opens.
-
-class NoReveal final : public FolderRevealing
-{
-public:
-    void revealFolder(const QString &) override {}
-};
-
-class NoSupportWindow final : public SupportPresenting
-{
-public:
-    void showSupport() override {}
-};
 
 QStringList extensionsOfAllFormats()
 {
@@ -51,13 +16,6 @@ QStringList extensionsOfAllFormats()
     for (SourceAudioFormat format : SourceAudioFormats::all)
         extensions.append(SourceAudioFormats::rawValue(format));
     return extensions;
-}
-
-// The reason a runner error gives when the bundled ffmpeg itself is at fault.
-QString installationFaultOf(const FFmpegError &error)
-{
-    return error.kind() == FFmpegError::Kind::BinaryNotFound ? systemErrorText(ENOENT)
-                                                             : error.systemDescription();
 }
 
 template<typename T>
@@ -71,43 +29,39 @@ bool assign(T &field, T value)
 
 } // namespace
 
-MainViewModel::Services
-MainViewModel::Services::standard(std::shared_ptr<FilePanelPresenting> panelPresenter,
-                                  std::shared_ptr<FolderRevealing> revealer,
-                                  std::shared_ptr<SupportPresenting> supportPresenter)
-{
-    const std::optional<QString> ffmpeg = ResourceLocator().ffmpegPath();
-    auto analysisRunner = std::make_shared<FFmpegRunner>(ffmpeg);
-    auto processingRunner = std::make_shared<FFmpegRunner>(ffmpeg);
-    auto processingAnalysisRunner = std::make_shared<FFmpegRunner>(ffmpeg);
-    return {
-        std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
-        panelPresenter ? std::move(panelPresenter) : std::make_shared<NoFilePanels>(),
-        std::make_shared<OutputPathService>(),
-        OutputFolderBookmarkStore(std::shared_ptr<QSettings>(UserPreferences::open())),
-        std::make_shared<LoudnessAnalysisService>(analysisRunner),
-        std::make_shared<LoudnessProcessingService>(
-            processingRunner, std::make_shared<LoudnessAnalysisService>(processingAnalysisRunner)),
-        supportPresenter ? std::move(supportPresenter) : std::make_shared<NoSupportWindow>(),
-        revealer ? std::move(revealer) : std::make_shared<NoReveal>(),
-    };
-}
-
 MainViewModel::MainViewModel(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
 {
-    m_queue.setSelection(&m_selectedIDs);
     m_queue.setOutputMode(m_settings.outputFormatMode);
-    // Jobs only wait on ffmpeg; several runs may overlap, three jobs each.
     m_pool.setMaxThreadCount(4 * maxParallelJobs);
+
+    connect(&m_analysis, &AnalysisRun::measured, this, &MainViewModel::applyMeasurement);
+    connect(&m_analysis, &AnalysisRun::installationFault, this,
+            &MainViewModel::stopForInstallationFault);
+    connect(&m_analysis, &AnalysisRun::changed, this, [this] {
+        Q_EMIT analysisChanged();
+        Q_EMIT derivedChanged();
+    });
+    connect(&m_processing, &ProcessingRun::runStarted, this, [this] {
+        setCompletionSummary(std::nullopt);
+        setScreenState(AppScreenState::Processing);
+    });
+    connect(&m_processing, &ProcessingRun::jobStarted, this,
+            [this](const QUuid &id) { setStatus(ProcessingStatus::processing(), id); });
+    connect(&m_processing, &ProcessingRun::jobFinished, this, &MainViewModel::applyJobOutput);
+    connect(&m_processing, &ProcessingRun::progressChanged, this, [this] {
+        Q_EMIT processingProgressChanged();
+        Q_EMIT derivedChanged();
+    });
+    connect(&m_processing, &ProcessingRun::finished, this, &MainViewModel::finishRun);
 }
 
 MainViewModel::~MainViewModel()
 {
     // Ends every ffmpeg child within a poll interval, so the wait below is short.
-    m_analysisCancellation->cancel();
-    m_processingCancellation->cancel();
+    m_analysis.stop();
+    m_processing.cancel();
     m_pool.waitForDone();
 }
 
@@ -126,50 +80,16 @@ void MainViewModel::setSettings(const ProcessingSettings &settings)
     Q_EMIT derivedChanged();
 }
 
-std::optional<QString> MainViewModel::destinationOf(const QUuid &id) const
-{
-    const auto found = m_destinations.constFind(id);
-    return found == m_destinations.cend() ? std::nullopt : std::optional(*found);
-}
-
-QList<QUuid> MainViewModel::effectiveTargetIDs() const
-{
-    QList<QUuid> selected;
-    QList<QUuid> all;
-    all.reserve(queue().size());
-    for (const AudioFileItem &item : queue()) {
-        all.append(item.id);
-        if (m_selectedIDs.contains(item.id))
-            selected.append(item.id);
-    }
-    return selected.isEmpty() ? all : selected;
-}
-
-int MainViewModel::folderCount() const
-{
-    return m_queue.folderCount();
-}
-
-bool MainViewModel::allSelected() const
-{
-    return !queue().isEmpty() && m_selectedIDs.size() == queue().size();
-}
-
 bool MainViewModel::canProcess() const
 {
     return !queue().isEmpty() && m_settings.outputFolder.has_value() && !m_installationProblem;
 }
 
-bool MainViewModel::hasUnanalyzedFiles() const
-{
-    return m_queue.unmeasuredCount() > 0;
-}
-
 QString MainViewModel::processButtonTitle() const
 {
     // Selection only ever holds queued ids.
-    if (!m_selectedIDs.isEmpty())
-        return L::text(L::ProcessSelected, static_cast<int>(m_selectedIDs.size()));
+    if (hasSelection())
+        return L::text(L::ProcessSelected, static_cast<int>(selectedIDs().size()));
     if (!queue().isEmpty())
         return L::text(L::ProcessFiles, fileCount());
     return L::text(L::ProcessFilesNone);
@@ -179,11 +99,11 @@ QString MainViewModel::statusText() const
 {
     switch (m_screenState) {
     case AppScreenState::Idle:
-        return m_isAnalyzing ? L::text(L::AnalyzingProgress, analysisDone(), analysisTotal())
+        return isAnalyzing() ? L::text(L::AnalyzingProgress, analysisDone(), analysisTotal())
                              : L::text(L::FilesReady, fileCount());
     case AppScreenState::Processing:
         // Counted against the whole queue even when only a selection runs.
-        return L::text(L::ProcessingProgress, m_processedCount, fileCount());
+        return L::text(L::ProcessingProgress, processedCount(), fileCount());
     case AppScreenState::Completed:
         return L::text(L::Complete);
     }
@@ -200,31 +120,17 @@ QString MainViewModel::footerTrailingText() const
     return m_settings.outputFolder.value_or(L::text(L::NoOutputFolder));
 }
 
-std::optional<QString> MainViewModel::noticeText(const ImportCounts &counts)
-{
-    QStringList parts;
-    if (counts.added > 0)
-        parts.append(L::text(L::Added, counts.added));
-    if (counts.duplicates > 0)
-        parts.append(L::text(L::AlreadyInQueue, counts.duplicates));
-    if (counts.unsupported > 0)
-        parts.append(L::text(L::UnsupportedIgnored, counts.unsupported));
-    if (parts.isEmpty())
-        return std::nullopt;
-    return parts.join(QStringLiteral(" \u00b7 "));
-}
-
 void MainViewModel::retranslate()
 {
     if (m_lastImport)
-        setImportNotice(noticeText(*m_lastImport));
+        setImportNotice(L::importNotice(m_lastImport->added, m_lastImport->duplicates,
+                                        m_lastImport->unsupported));
     revalidateOutputFolder();
     m_queue.retranslate();
     Q_EMIT derivedChanged();
 }
 
-// ---- queue
-// ----------------------------------------------------------------------------------------
+// ---- queue --------------------------------------------------------------------------------------
 
 void MainViewModel::restoreOutputFolder()
 {
@@ -257,10 +163,8 @@ void MainViewModel::importURLs(const QList<QUrl> &urls)
             paths.append(localPathOf(url));
     }
     // A drop of something that is no local file still says so.
-    if (paths.size() < urls.size()) {
-        for (qsizetype i = paths.size(); i < urls.size(); ++i)
-            paths.append(QString());
-    }
+    while (paths.size() < urls.size())
+        paths.append(QString());
     importPaths(paths);
 }
 
@@ -269,10 +173,12 @@ void MainViewModel::importPaths(const QStringList &paths)
     if (paths.isEmpty())
         return;
     ImportSummary summary = m_services.importService->importPaths(paths, queue());
-    m_lastImport = ImportCounts{static_cast<int>(summary.items.size()), summary.duplicateCount,
-                                summary.unsupportedCount};
+    m_lastImport = ImportCounts{.added = static_cast<int>(summary.items.size()),
+                                .duplicates = summary.duplicateCount,
+                                .unsupported = summary.unsupportedCount};
     m_queue.append(summary.items);
-    setImportNotice(noticeText(*m_lastImport));
+    setImportNotice(
+        L::importNotice(m_lastImport->added, m_lastImport->duplicates, m_lastImport->unsupported));
     revalidateOutputFolder();
     analyzeQueue();
     Q_EMIT derivedChanged();
@@ -285,27 +191,13 @@ void MainViewModel::toggleSelection(const QString &id)
 
 void MainViewModel::toggleSelection(const QUuid &id)
 {
-    if (m_selectedIDs.contains(id))
-        m_selectedIDs.remove(id);
-    else if (m_queue.find(id))
-        m_selectedIDs.insert(id);
-    else
-        return;
-    m_queue.selectionChanged({id});
-    Q_EMIT derivedChanged();
+    if (m_queue.toggleSelected(id))
+        Q_EMIT derivedChanged();
 }
 
 void MainViewModel::toggleSelectAll()
 {
-    if (allSelected()) {
-        m_selectedIDs.clear();
-    } else {
-        m_selectedIDs.clear();
-        m_selectedIDs.reserve(queue().size());
-        for (const AudioFileItem &item : queue())
-            m_selectedIDs.insert(item.id);
-    }
-    m_queue.selectionChangedEverywhere();
+    m_queue.toggleSelectAll();
     Q_EMIT derivedChanged();
 }
 
@@ -317,19 +209,18 @@ void MainViewModel::removeItem(const QString &id)
 void MainViewModel::removeItem(const QUuid &id)
 {
     m_queue.remove({id});
-    m_selectedIDs.remove(id);
-    m_analyzingIDs.remove(id);
+    m_analysis.forget({id});
     revalidateOutputFolder();
     Q_EMIT derivedChanged();
 }
 
 void MainViewModel::removeSelected()
 {
-    if (m_selectedIDs.isEmpty())
+    if (!hasSelection())
         return;
-    m_queue.remove(m_selectedIDs);
-    m_analyzingIDs.subtract(m_selectedIDs);
-    m_selectedIDs.clear();
+    const QSet<QUuid> selected = selectedIDs();
+    m_queue.remove(selected);
+    m_analysis.forget(selected);
     revalidateOutputFolder();
     Q_EMIT derivedChanged();
 }
@@ -337,11 +228,8 @@ void MainViewModel::removeSelected()
 void MainViewModel::clearQueue()
 {
     // Running analyses stop through the old token; later ones get a new one.
-    m_analysisCancellation->cancel();
-    m_analysisCancellation = std::make_shared<CancellationToken>();
-    resetAnalysisState();
+    m_analysis.stop();
     m_queue.clear();
-    m_selectedIDs.clear();
     m_lastImport.reset();
     setImportNotice(std::nullopt);
     revalidateOutputFolder();
@@ -384,12 +272,12 @@ ItemDetails MainViewModel::itemData(const QString &id) const
     const AudioFileItem *item = m_queue.find(QUuid::fromString(id));
     if (!item)
         return {};
-    return {true,
-            displayedPath(fileNameOf(item->sourcePath)),
-            item->status.kind(),
-            item->status.message(),
-            item->errorDetails.value_or(QString()),
-            item->result ? changeTexts(*item->result).join(u'\n') : QString()};
+    return {.found = true,
+            .fileName = displayedPath(fileNameOf(item->sourcePath)),
+            .status = item->status.kind(),
+            .statusMessage = item->status.message(),
+            .errorDetails = item->errorDetails.value_or(QString()),
+            .changes = item->result ? L::changeTexts(*item->result).join(u'\n') : QString()};
 }
 
 void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
@@ -397,8 +285,7 @@ void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
     m_queue.update(id, [&status](AudioFileItem &item) { item.status = status; });
 }
 
-// ---- analysis
-// ---------------------------------------------------------------------------------------
+// ---- analysis -----------------------------------------------------------------------------------
 
 void MainViewModel::analyzeQueue()
 {
@@ -406,88 +293,26 @@ void MainViewModel::analyzeQueue()
         return;
     std::vector<std::pair<QUuid, QString>> pending;
     for (const AudioFileItem &item : queue()) {
-        if (!item.measurement && !m_analyzingIDs.contains(item.id))
+        if (!item.measurement && !analyzingIDs().contains(item.id))
             pending.emplace_back(item.id, item.sourcePath);
     }
     if (pending.empty())
         return;
-    m_analysisProgress.second += static_cast<int>(pending.size());
-    for (const auto &[id, path] : pending) {
-        m_analyzingIDs.insert(id);
+    for (const auto &[id, path] : pending)
         setStatus(ProcessingStatus::analyzing(), id);
-    }
-    m_isAnalyzing = true;
-    Q_EMIT analysisChanged();
-    Q_EMIT derivedChanged();
-    runAnalysis(std::move(pending));
+    m_analysis.start(std::move(pending), m_services.analysisService,
+                     m_settings.effectiveTargetLUFS(), m_settings.truePeakCeiling);
 }
 
 void MainViewModel::stopAnalysis()
 {
-    m_analysisCancellation->cancel();
-    m_analysisCancellation = std::make_shared<CancellationToken>();
-    for (const QUuid &id : std::as_const(m_analyzingIDs))
+    // The items are ready again before anyone hears that the analysis stopped.
+    for (const QUuid &id : analyzingIDs())
         setStatus(ProcessingStatus::ready(), id);
-    resetAnalysisState();
+    m_analysis.stop();
 }
 
-void MainViewModel::resetAnalysisState()
-{
-    m_analyzingIDs.clear();
-    m_isAnalyzing = false;
-    m_analysisProgress = {0, 0};
-    Q_EMIT analysisChanged();
-    Q_EMIT derivedChanged();
-}
-
-void MainViewModel::runAnalysis(std::vector<std::pair<QUuid, QString>> pending)
-{
-    using Entry = std::pair<QUuid, QString>;
-    const CancellationTokenPtr token = m_analysisCancellation;
-    const std::shared_ptr<const LoudnessAnalyzing> analyzer = m_services.analysisService;
-    const double target = m_settings.effectiveTargetLUFS();
-    const double ceiling = m_settings.truePeakCeiling;
-
-    BoundedTaskGroup<Entry, AnalysisResult>::Callbacks callbacks;
-    callbacks.work = [analyzer, token, target, ceiling](const Entry &entry) -> AnalysisResult {
-        try {
-            const std::optional<FileStamp> stamp = AudioMetadata::stamp(entry.second);
-            LoudnessMeasurement measurement =
-                analyzer->analyze(entry.second, target, ceiling, *token);
-            // ffmpeg stopped half-way still prints what it measured of the part
-            // it read; that is not the file's loudness.
-            if (token->isCancelled() || !stamp)
-                return {entry.first, std::nullopt, std::nullopt};
-            return {entry.first, measurement, stamp};
-        } catch (const FFmpegError &error) {
-            if (error.kind() == FFmpegError::Kind::TimedOut)
-                return {entry.first, std::nullopt, std::nullopt};
-            return {entry.first, std::nullopt, std::nullopt, installationFaultOf(error)};
-        } catch (...) {
-            return {entry.first, std::nullopt, std::nullopt};
-        }
-    };
-    callbacks.delivered = [this](const Entry &, AnalysisResult &&result) {
-        if (result.installationFault) {
-            stopForInstallationFault(*result.installationFault);
-            return;
-        }
-        applyMeasurement(result);
-        m_analyzingIDs.remove(result.id);
-        ++m_analysisProgress.first;
-        Q_EMIT analysisChanged();
-        Q_EMIT derivedChanged();
-    };
-    callbacks.finished = [this] {
-        // Other runs may still be going, or a cancelled run left entries unsent.
-        if (m_analyzingIDs.isEmpty() && (m_isAnalyzing || m_analysisProgress != std::pair(0, 0)))
-            resetAnalysisState();
-    };
-    BoundedTaskGroup<Entry, AnalysisResult>::start(this, &m_pool, maxParallelJobs,
-                                                   std::move(pending), token, std::move(callbacks));
-}
-
-void MainViewModel::applyMeasurement(const AnalysisResult &result)
+void MainViewModel::applyMeasurement(const AnalysisRun::Result &result)
 {
     m_queue.update(result.id, [&result](AudioFileItem &item) {
         if (const auto &measurement = result.measurement) {
@@ -503,8 +328,7 @@ void MainViewModel::applyMeasurement(const AnalysisResult &result)
     });
 }
 
-// ---- processing
-// -------------------------------------------------------------------------------------
+// ---- processing ---------------------------------------------------------------------------------
 
 void MainViewModel::process()
 {
@@ -514,184 +338,59 @@ void MainViewModel::process()
         return;
     // Analysis stops for good (its token stays cancelled until the queue is
     // cleared); what it had not reached yet is measured by the processing pass.
-    m_analysisCancellation->cancel();
-    for (const QUuid &id : std::as_const(m_analyzingIDs))
+    for (const QUuid &id : analyzingIDs())
         setStatus(ProcessingStatus::ready(), id);
-    m_analyzingIDs.clear();
-    m_isAnalyzing = false;
-    Q_EMIT analysisChanged();
-    m_processingCancellation = std::make_shared<CancellationToken>();
-    runProcessing(targets);
-}
+    m_analysis.halt();
 
-std::vector<MainViewModel::ProcessingJob> MainViewModel::resolveJobs(const QList<QUuid> &targets,
-                                                                     const QString &outputRoot)
-{
-    std::vector<ProcessingJob> jobs;
-    jobs.reserve(targets.size());
-    QSet<QString> reserved;
-    m_destinations.clear();
+    QList<AudioFileItem> items;
+    items.reserve(targets.size());
     for (const QUuid &id : targets) {
-        const AudioFileItem *item = m_queue.find(id);
-        if (!item)
-            continue;
-        const OutputDestination destination =
-            OutputDestination::forItem(*item, m_settings, outputRoot, reserved);
-        m_destinations.insert(id, destination.path);
-        jobs.push_back({*item, destination.path, destination.encoding});
+        if (const AudioFileItem *item = m_queue.find(id))
+            items.append(*item);
     }
-    // What killed runs left in these folders goes now; a live run's files stay.
-    QSet<QString> folders;
-    for (const ProcessingJob &job : jobs)
-        folders.insert(job.destination.left(job.destination.lastIndexOf(u'/')));
-    for (const QString &folder : std::as_const(folders))
-        PartFile::removeAbandoned(folder);
-    return jobs;
+    m_processing.start(items, m_settings, m_services.processingService);
 }
 
-void MainViewModel::runProcessing(const QList<QUuid> &targets)
+void MainViewModel::applyJobOutput(const ProcessingRun::Job &job, const JobOutput &output,
+                                   bool cancelled)
 {
-    const ProcessingSettings settings = m_settings;
-    const CancellationTokenPtr token = m_processingCancellation;
-    const std::shared_ptr<const LoudnessProcessing> processor = m_services.processingService;
-    auto jobs = std::make_shared<std::vector<ProcessingJob>>(
-        resolveJobs(targets, *settings.outputFolder));
-    const int run = ++m_run;
-
-    m_processedCount = 0;
-    m_runTotal = static_cast<int>(jobs->size());
-    m_currentFileName.reset();
-    if (m_completionSummary) {
-        m_completionSummary.reset();
-        Q_EMIT completionSummaryChanged();
+    const ItemChange change = JobOutcome::itemChange(
+        output, cancelled, displayedPath(fileNameOf(job.item.sourcePath)), job.destination);
+    if (change.installationFault) {
+        // Not this file's fault: it goes back to the queue untouched.
+        setStatus(change.status, job.item.id);
+        stopForInstallationFault(*change.installationFault);
+        return;
     }
-    setScreenState(AppScreenState::Processing);
-    Q_EMIT processingProgressChanged();
-
-    using Entry = size_t;
-    std::vector<Entry> indices(jobs->size());
-    for (size_t i = 0; i < indices.size(); ++i)
-        indices[i] = i;
-
-    BoundedTaskGroup<Entry, ProcessingOutput>::Callbacks callbacks;
-    // Jobs run in queue order, so the first file still processing is the
-    // lowest job index in flight; no walk over the queue per result.
-    auto inFlight = std::make_shared<std::set<Entry>>();
-    callbacks.submitted = [this, jobs, inFlight](const Entry &index) {
-        inFlight->insert(index);
-        setStatus(ProcessingStatus::processing(), (*jobs)[index].item.id);
-    };
-    callbacks.work = [processor, token, settings, jobs](const Entry &index) -> ProcessingOutput {
-        const ProcessingJob &job = (*jobs)[index];
-        try {
-            return {job.item.id,
-                    processor->process(job.item, job.destination, job.encoding, settings, *token),
-                    nullptr};
-        } catch (...) {
-            return {job.item.id, std::nullopt, std::current_exception()};
-        }
-    };
-    callbacks.delivered = [this, jobs, token, run, inFlight](const Entry &index,
-                                                             ProcessingOutput &&output) {
-        inFlight->erase(index);
-        applyProcessingOutput(output, (*jobs)[index], token->isCancelled());
-        if (run != m_run)
-            return;
-        ++m_processedCount;
-        if (!inFlight->empty())
-            m_currentFileName = fileNameOf((*jobs)[*inFlight->begin()].item.sourcePath);
-        Q_EMIT processingProgressChanged();
-        Q_EMIT derivedChanged();
-    };
-    callbacks.finished = [this, jobs, token, run, normalized = settings.normalizeLoudness] {
-        if (run != m_run)
-            return;
-        if (token->isCancelled()) {
-            setScreenState(AppScreenState::Idle);
-            setCurrentFileName(std::nullopt);
-            return;
-        }
-        m_completionSummary = summarize(*jobs, normalized);
-        Q_EMIT completionSummaryChanged();
-        finishToCompletion();
-    };
-    BoundedTaskGroup<Entry, ProcessingOutput>::start(
-        this, &m_pool, maxParallelJobs, std::move(indices), token, std::move(callbacks));
-}
-
-void MainViewModel::applyProcessingOutput(const ProcessingOutput &output, const ProcessingJob &job,
-                                          bool cancelled)
-{
-    const QString sourceName = displayedPath(fileNameOf(job.item.sourcePath));
-    bool stopped = cancelled;
-    if (output.error) {
-        try {
-            std::rethrow_exception(output.error);
-        } catch (const ProcessingError &error) {
-            stopped = stopped || error.kind() == ProcessingError::Kind::Cancelled;
-        } catch (const FFmpegError &error) {
-            // Not this file's fault: it goes back to the queue untouched.
-            if (error.kind() != FFmpegError::Kind::TimedOut) {
-                setStatus(ProcessingStatus::ready(), output.id);
-                stopForInstallationFault(installationFaultOf(error));
-                return;
-            }
-        } catch (...) {
-        }
-    }
-    if (output.result && m_destinations.contains(output.id))
-        m_destinations.insert(output.id,
-                              job.destination.left(job.destination.lastIndexOf(u'/') + 1) +
-                                  output.result->outputFileName);
-    const bool updated = m_queue.update(output.id, [&](AudioFileItem &item) {
-        if (output.result) {
-            item.result = output.result;
-            // Measured again when the file had changed since: show what was used.
-            if (output.result->originalLUFS)
-                item.measuredLUFS = output.result->originalLUFS;
-            item.errorDetails.reset();
-            const ProcessingOutcome outcome = output.result->outcome;
-            item.status =
-                outcome == ProcessingOutcome::PeakLimited || outcome == ProcessingOutcome::Clipped
-                    ? ProcessingStatus::warning(output.result->warningMessage.value_or(
-                          ProcessingOutcomes::rawValue(outcome)))
-                    : ProcessingStatus::done();
-            return;
-        }
-        // Whatever a job ends with once the user has cancelled is a
-        // cancellation, never a failure: stopping ffmpeg half-way makes the
-        // measuring pass or the encoder fail on purpose.
-        ProcessingResult record;
-        record.sourceFileName = sourceName;
-        record.outputFileName = fileNameOf(job.destination);
-        record.outcome = ProcessingOutcome::Cancelled;
-        if (stopped) {
-            item.status = ProcessingStatus::cancelled();
-            item.errorDetails.reset();
-        } else {
-            FriendlyError friendly{L::text(L::DamagedMessage, sourceName), std::nullopt};
-            try {
-                std::rethrow_exception(output.error);
-            } catch (const std::exception &error) {
-                friendly = ErrorTranslator::translate(error, sourceName);
-            } catch (...) {
-            }
-            item.status = ProcessingStatus::failed(friendly.message);
-            item.errorDetails = friendly.details;
-            record.outcome = ProcessingOutcome::Failed;
-        }
-        item.result = record;
+    const bool updated = m_queue.update(job.item.id, [&change](AudioFileItem &item) {
+        item.status = change.status;
+        item.result = change.result;
+        item.errorDetails = change.errorDetails;
+        if (change.measuredLUFS)
+            item.measuredLUFS = change.measuredLUFS;
     });
     if (updated)
-        Q_EMIT itemFinished(output.id);
+        Q_EMIT itemFinished(job.item.id);
 }
 
-CompletionSummary MainViewModel::summarize(const std::vector<ProcessingJob> &jobs,
-                                           bool normalized) const
+void MainViewModel::finishRun(bool cancelled)
+{
+    if (cancelled) {
+        setScreenState(AppScreenState::Idle);
+        m_processing.clearCurrentFileName();
+        return;
+    }
+    setCompletionSummary(summarize(m_settings.normalizeLoudness));
+    setScreenState(AppScreenState::Completed);
+    if (m_settings.revealInFinderWhenComplete && m_settings.outputFolder && m_services.revealer)
+        m_services.revealer->revealFolder(*m_settings.outputFolder);
+}
+
+CompletionSummary MainViewModel::summarize(bool normalized) const
 {
     CompletionSummary summary;
     summary.normalized = normalized;
-    for (const ProcessingJob &job : jobs) {
+    for (const ProcessingRun::Job &job : m_processing.jobs()) {
         const AudioFileItem *item = m_queue.find(job.item.id);
         if (!item || !item->result || item->result->outcome == ProcessingOutcome::Cancelled)
             continue;
@@ -714,31 +413,22 @@ CompletionSummary MainViewModel::summarize(const std::vector<ProcessingJob> &job
     return summary;
 }
 
-void MainViewModel::finishToCompletion()
-{
-    setScreenState(AppScreenState::Completed);
-    if (m_settings.revealInFinderWhenComplete && m_settings.outputFolder && m_services.revealer)
-        m_services.revealer->revealFolder(*m_settings.outputFolder);
-}
-
 void MainViewModel::cancelProcessing()
 {
-    m_processingCancellation->cancel();
+    m_processing.cancel();
     setScreenState(AppScreenState::Idle);
-    setCurrentFileName(std::nullopt);
+    m_processing.clearCurrentFileName();
 }
 
 void MainViewModel::startNewBatch()
 {
     clearQueue();
-    if (m_completionSummary) {
-        m_completionSummary.reset();
-        Q_EMIT completionSummaryChanged();
-    }
-    m_processedCount = 0;
-    Q_EMIT processingProgressChanged();
+    setCompletionSummary(std::nullopt);
+    m_processing.clearCount();
     setScreenState(AppScreenState::Idle);
 }
+
+// ---- after a run --------------------------------------------------------------------------------
 
 void MainViewModel::exportReport()
 {
@@ -770,11 +460,6 @@ std::optional<QString> MainViewModel::reportPathRefusal(const QString &path) con
     if (isSource || CSVReportService::looksLikeAudio(target))
         return L::text(L::ReportOverAudioRefused, displayedPath(target));
     return std::nullopt;
-}
-
-void MainViewModel::waitForBackgroundWork()
-{
-    m_pool.waitForDone();
 }
 
 void MainViewModel::revealOutputFolder()
@@ -817,6 +502,12 @@ void MainViewModel::setReportError(std::optional<QString> error)
         Q_EMIT reportErrorChanged();
 }
 
+void MainViewModel::setCompletionSummary(std::optional<CompletionSummary> summary)
+{
+    if (assign(m_completionSummary, std::move(summary)))
+        Q_EMIT completionSummaryChanged();
+}
+
 void MainViewModel::stopForInstallationFault(const QString &reason)
 {
     // Said first: whoever watches the run stopping must already know why.
@@ -824,29 +515,10 @@ void MainViewModel::stopForInstallationFault(const QString &reason)
         Q_EMIT installationProblemChanged();
         Q_EMIT derivedChanged();
     }
-    m_processingCancellation->cancel();
+    m_processing.cancel();
     stopAnalysis();
     if (m_screenState == AppScreenState::Processing) {
         setScreenState(AppScreenState::Idle);
-        setCurrentFileName(std::nullopt);
+        m_processing.clearCurrentFileName();
     }
-}
-
-QStringList MainViewModel::changeTexts(const ProcessingResult &result)
-{
-    const QString format = result.outputFileName.section(u'.', -1).toUpper();
-    QStringList texts;
-    for (const OutputChange &change : result.changes)
-        texts.append(change.kind == OutputChange::Kind::SampleRate
-                         ? L::sampleRateChanged(change.from, change.to, format)
-                         : L::text(L::ChannelsChanged, change.from, change.to, format));
-    if (!result.notKept.isEmpty())
-        texts.append(L::notKept(result.notKept, format));
-    return texts;
-}
-
-void MainViewModel::setCurrentFileName(std::optional<QString> name)
-{
-    if (assign(m_currentFileName, std::move(name)))
-        Q_EMIT processingProgressChanged();
 }

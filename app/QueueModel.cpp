@@ -55,7 +55,7 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
     case ErrorDetailsRole:
         return item.errorDetails.value_or(QString());
     case SelectedRole:
-        return m_selected && m_selected->contains(item.id);
+        return m_selected.contains(item.id);
     case BusyRole:
         return item.status.kind() == ProcessingStatus::Kind::Analyzing ||
                item.status.kind() == ProcessingStatus::Kind::Processing;
@@ -130,6 +130,7 @@ void QueueModel::remove(const QSet<QUuid> &ids)
     }
     if (rows.isEmpty())
         return;
+    m_selected.subtract(ids);
     if (rows.size() == 1) {
         beginRemoveRows({}, rows.first(), rows.first());
         count(m_items.at(rows.first()), -1);
@@ -156,27 +157,45 @@ void QueueModel::clear()
     m_rows.clear();
     m_unmeasured = 0;
     m_folders.clear();
+    m_selected.clear();
     endResetModel();
 }
 
-void QueueModel::setSelection(const QSet<QUuid> *selected)
+bool QueueModel::toggleSelected(const QUuid &id)
 {
-    m_selected = selected;
+    const auto row = rowOf(id);
+    if (!row)
+        return false;
+    if (!m_selected.remove(id))
+        m_selected.insert(id);
+    const QModelIndex at = index(*row);
+    Q_EMIT dataChanged(at, at, {SelectedRole});
+    return true;
 }
 
-void QueueModel::selectionChanged(const QList<QUuid> &ids)
+void QueueModel::toggleSelectAll()
 {
-    for (const QUuid &id : ids) {
-        if (const auto row = rowOf(id)) {
-            const QModelIndex at = index(*row);
-            Q_EMIT dataChanged(at, at, {SelectedRole});
-        }
+    const bool all = allSelected();
+    m_selected.clear();
+    if (!all) {
+        m_selected.reserve(m_items.size());
+        for (const AudioFileItem &item : std::as_const(m_items))
+            m_selected.insert(item.id);
     }
+    everyRowChanged({SelectedRole});
 }
 
-void QueueModel::selectionChangedEverywhere()
+QList<QUuid> QueueModel::effectiveTargets() const
 {
-    everyRowChanged({SelectedRole});
+    QList<QUuid> selected;
+    QList<QUuid> all;
+    all.reserve(m_items.size());
+    for (const AudioFileItem &item : m_items) {
+        all.append(item.id);
+        if (m_selected.contains(item.id))
+            selected.append(item.id);
+    }
+    return selected.isEmpty() ? all : selected;
 }
 
 void QueueModel::setOutputMode(OutputFormatMode mode)

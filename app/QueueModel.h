@@ -58,10 +58,17 @@ public:
     void remove(const QSet<QUuid> &ids);
     void clear();
 
+    // The ticked items: only ever queued ones, dropped with their items.
+    const QSet<QUuid> &selected() const { return m_selected; }
+    bool allSelected() const { return !m_items.isEmpty() && m_selected.size() == m_items.size(); }
+    // Ticks or unticks a queued item; false for an id not in the queue.
+    bool toggleSelected(const QUuid &id);
+    // Ticks every item, or none when all are ticked already.
+    void toggleSelectAll();
+    // The ticked ids in queue order, or every id when none is ticked.
+    QList<QUuid> effectiveTargets() const;
+
     // What rows show beside the items themselves.
-    void setSelection(const QSet<QUuid> *selected);
-    void selectionChanged(const QList<QUuid> &ids);
-    void selectionChangedEverywhere();
     void setOutputMode(OutputFormatMode mode);
     // Texts are read again in the interface language of the moment.
     void retranslate();
@@ -75,6 +82,6 @@ private:
     QHash<QUuid, int> m_rows;
     int m_unmeasured = 0;
     QHash<QString, int> m_folders; // items per folder
-    const QSet<QUuid> *m_selected = nullptr;
+    QSet<QUuid> m_selected;
     OutputFormatMode m_outputMode = OutputFormatMode::KeepOriginal;
 };

@@ -44,7 +44,7 @@ QJsonValue text(const std::optional<QString> &value)
 // What the encoder's limits changed: the fact in numbers, and the sentence.
 QJsonArray changes(const ProcessingResult &result)
 {
-    const QStringList sentences = MainViewModel::changeTexts(result);
+    const QStringList sentences = L::changeTexts(result);
     QJsonArray list;
     for (qsizetype i = 0; i < result.changes.size(); ++i) {
         const OutputChange &change = result.changes.at(i);

@@ -84,11 +84,11 @@ int main(int argc, char *argv[])
     }
     const CliOptions &options = *parsed.options;
 
-    MainViewModel::Services services =
-        MainViewModel::Services::standard(std::make_shared<CliPanelPresenter>(options.reportPath));
-    // Nor is the window's remembered output folder touched.
-    services.bookmarkStore = OutputFolderBookmarkStore(nullptr);
-    CliSession session(options, std::make_unique<MainViewModel>(std::move(services)));
+    // The window's remembered output folder is not touched either: the
+    // services' own store remembers nothing.
+    CliSession session(
+        options, std::make_unique<MainViewModel>(AppServices{
+                     .panelPresenter = std::make_shared<CliPanelPresenter>(options.reportPath)}));
 
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, signalPipe) == 0) {
         auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/FFmpegError.h"
 
+#include "engine/SystemError.h"
+
+#include <cerrno>
 #include <utility>
 
 FFmpegError::FFmpegError(Kind kind, QString systemDescription)
@@ -16,6 +19,19 @@ FFmpegError FFmpegError::binaryNotFound()
 FFmpegError FFmpegError::launchFailed(const QString &systemDescription)
 {
     return {Kind::LaunchFailed, systemDescription};
+}
+
+std::optional<QString> FFmpegError::installationFault() const
+{
+    switch (m_kind) {
+    case Kind::BinaryNotFound:
+        return systemErrorText(ENOENT);
+    case Kind::LaunchFailed:
+        return m_systemDescription;
+    case Kind::TimedOut:
+        break;
+    }
+    return std::nullopt;
 }
 
 FFmpegError FFmpegError::timedOut(qint64 limitSeconds)

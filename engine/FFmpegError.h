@@ -22,6 +22,10 @@ public:
     Kind kind() const { return m_kind; }
     // The operating system's own description of a failed launch; empty otherwise.
     const QString &systemDescription() const { return m_systemDescription; }
+    // When the bundled ffmpeg itself is at fault (missing, cannot start): why,
+    // in the system's words. Absent for a run that took too long, which is the
+    // file's fault.
+    std::optional<QString> installationFault() const;
 
     QString describe() const override;
 

@@ -502,3 +502,30 @@ QString L::notKept(const QStringList &kinds, const QString &format)
     return translated(QT_TRANSLATE_NOOP("L", "Not kept in %1: %2."))
         .arg(format, names.join(QStringLiteral(", ")));
 }
+
+QStringList L::changeTexts(const ProcessingResult &result)
+{
+    const QString format = result.outputFileName.section(u'.', -1).toUpper();
+    QStringList texts;
+    for (const OutputChange &change : result.changes)
+        texts.append(change.kind == OutputChange::Kind::SampleRate
+                         ? sampleRateChanged(change.from, change.to, format)
+                         : text(ChannelsChanged, change.from, change.to, format));
+    if (!result.notKept.isEmpty())
+        texts.append(notKept(result.notKept, format));
+    return texts;
+}
+
+std::optional<QString> L::importNotice(int added, int duplicates, int unsupported)
+{
+    QStringList parts;
+    if (added > 0)
+        parts.append(text(Added, added));
+    if (duplicates > 0)
+        parts.append(text(AlreadyInQueue, duplicates));
+    if (unsupported > 0)
+        parts.append(text(UnsupportedIgnored, unsupported));
+    if (parts.isEmpty())
+        return std::nullopt;
+    return parts.join(QStringLiteral(" \u00b7 "));
+}

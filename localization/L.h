@@ -4,6 +4,7 @@
 #include "localization/AppLanguage.h"
 #include "model/LoudnessPreset.h"
 #include "model/OutputFormatMode.h"
+#include "model/ProcessingResult.h"
 #include "model/ProcessingStatus.h"
 #include "model/SampleRateMode.h"
 
@@ -182,6 +183,11 @@ public:
     // What the source carried that the output format drops ("bext", "iXML",
     // "markers", "loops"), or "damaged" for a chunk list that could not be read.
     static QString notKept(const QStringList &kinds, const QString &format);
+    // The sentences saying what the output format's limits changed or dropped
+    // in a result, the format named by the written file's extension.
+    static QStringList changeTexts(const ProcessingResult &result);
+    // "3 added · 1 already in queue · 2 unsupported ignored"; absent when all are 0.
+    static std::optional<QString> importNotice(int added, int duplicates, int unsupported);
 
 Q_SIGNALS:
     void languageChanged();

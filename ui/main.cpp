@@ -85,9 +85,10 @@ int main(int argc, char *argv[])
 
     auto support = std::make_shared<SupportWindowPresenter>();
     LanguageManager language(UserPreferences::open(), QLocale::system().uiLanguages());
-    TonbrookApp tonbrook(MainViewModel::Services::standard(std::make_shared<FilePanelPresenter>(),
-                                                           std::make_shared<DesktopRevealer>(),
-                                                           support),
+    TonbrookApp tonbrook(AppServices{.panelPresenter = std::make_shared<FilePanelPresenter>(),
+                                     .bookmarkStore = AppServices::userPreferences(),
+                                     .supportPresenter = support,
+                                     .revealer = std::make_shared<DesktopRevealer>()},
                          language, paths);
     support->setEngine(&tonbrook.engine());
     if (!tonbrook.window())

@@ -205,10 +205,12 @@ public:
     {
         preferences = std::make_shared<QSettings>(dir.filePath(QStringLiteral("preferences.ini")),
                                                   QSettings::IniFormat);
-        controller = std::make_unique<MainViewModel>(MainViewModel::Services{
-            std::make_shared<FileImportService>(std::make_shared<FolderScanner>()), panels,
-            std::make_shared<OutputPathService>(), OutputFolderBookmarkStore(preferences), analyzer,
-            processor, nullptr, revealer});
+        controller = std::make_unique<MainViewModel>(
+            AppServices{.panelPresenter = panels,
+                        .bookmarkStore = OutputFolderBookmarkStore(preferences),
+                        .analysisService = analyzer,
+                        .processingService = processor,
+                        .revealer = revealer});
     }
 
     MainViewModel &vm() { return *controller; }

@@ -295,20 +295,16 @@ QList<Input> hostileGroup(const QString &group, const QString &dir)
 }
 
 // The controller on the real services and the bundled ffmpeg.
-MainViewModel::Services realServices(const QString &preferencesFile)
+AppServices realServices(const QString &preferencesFile)
 {
     const QString ffmpeg = TestEnvironment::ffmpegPath();
-    return {std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
-            std::make_shared<NoFilePanels>(),
-            std::make_shared<OutputPathService>(),
-            OutputFolderBookmarkStore(
+    return {.bookmarkStore = OutputFolderBookmarkStore(
                 std::make_shared<QSettings>(preferencesFile, QSettings::IniFormat)),
-            std::make_shared<LoudnessAnalysisService>(std::make_shared<FFmpegRunner>(ffmpeg)),
-            std::make_shared<LoudnessProcessingService>(
+            .analysisService =
+                std::make_shared<LoudnessAnalysisService>(std::make_shared<FFmpegRunner>(ffmpeg)),
+            .processingService = std::make_shared<LoudnessProcessingService>(
                 std::make_shared<FFmpegRunner>(ffmpeg),
-                std::make_shared<LoudnessAnalysisService>(std::make_shared<FFmpegRunner>(ffmpeg))),
-            nullptr,
-            nullptr};
+                std::make_shared<LoudnessAnalysisService>(std::make_shared<FFmpegRunner>(ffmpeg)))};
 }
 
 ProcessingSettings podcastInto(const QString &output)

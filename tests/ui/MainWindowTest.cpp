@@ -140,10 +140,10 @@ private Q_SLOTS:
         auto preferences = std::make_shared<QSettings>(m_dir->filePath(QStringLiteral("p.ini")),
                                                        QSettings::IniFormat);
         m_app = std::make_unique<TonbrookApp>(
-            MainViewModel::Services{
-                std::make_shared<FileImportService>(std::make_shared<FolderScanner>()), m_panels,
-                std::make_shared<OutputPathService>(), OutputFolderBookmarkStore(preferences),
-                m_analyzer, m_processor, nullptr, nullptr},
+            AppServices{.panelPresenter = m_panels,
+                        .bookmarkStore = OutputFolderBookmarkStore(preferences),
+                        .analysisService = m_analyzer,
+                        .processingService = m_processor},
             m_language.manager(), QStringList(),
             ResourceLocator(QStringLiteral(TONBROOK_BUILD_BIN_DIR)));
         QVERIFY(window());

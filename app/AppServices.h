@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/FolderRevealing.h"
+#include "app/SupportPresenting.h"
+#include "engine/LoudnessAnalyzing.h"
+#include "engine/LoudnessProcessing.h"
+#include "files/FileImporting.h"
+#include "files/FilePanelPresenting.h"
+#include "files/OutputFolderBookmarkStore.h"
+#include "files/OutputPathResolving.h"
+
+#include <memory>
+
+// Everything the controller works through. Each member starts as the
+// application's own (the folder scanner, the bundled ffmpeg); a front end or a
+// test names only what it replaces:
+//     AppServices{.panelPresenter = panels, .analysisService = analyzer}
+// Two defaults do nothing on purpose: the output folder is remembered only in
+// a store given here (userPreferences() for the window), and without a
+// revealer or a support window nothing opens.
+struct AppServices
+{
+    std::shared_ptr<const FileImporting> importService = standardImport();
+    // No screen: every dialog answers "cancelled".
+    std::shared_ptr<FilePanelPresenting> panelPresenter = noPanels();
+    std::shared_ptr<const OutputPathResolving> outputPathService = standardOutputPaths();
+    OutputFolderBookmarkStore bookmarkStore{nullptr};
+    std::shared_ptr<const LoudnessAnalyzing> analysisService = bundledAnalysis();
+    std::shared_ptr<const LoudnessProcessing> processingService = bundledProcessing();
+    std::shared_ptr<SupportPresenting> supportPresenter;
+    std::shared_ptr<FolderRevealing> revealer;
+
+    static std::shared_ptr<const FileImporting> standardImport();
+    static std::shared_ptr<FilePanelPresenting> noPanels();
+    static std::shared_ptr<const OutputPathResolving> standardOutputPaths();
+    // Measuring and processing with the bundled ffmpeg, each on runners of its own.
+    static std::shared_ptr<const LoudnessAnalyzing> bundledAnalysis();
+    static std::shared_ptr<const LoudnessProcessing> bundledProcessing();
+    // The output folder the window remembers, in the user's preferences file.
+    static OutputFolderBookmarkStore userPreferences();
+};

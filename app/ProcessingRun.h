@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/JobOutcome.h"
+#include "engine/CancellationToken.h"
+#include "engine/LoudnessProcessing.h"
+#include "engine/OutputEncoding.h"
+#include "model/AudioFileItem.h"
+#include "model/ProcessingSettings.h"
+
+#include <QHash>
+#include <QObject>
+#include <QUuid>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QThreadPool;
+
+// One processing run: where each file goes, the jobs `width` at a time in
+// queue order, the count and the file in progress. A new run may start while
+// a cancelled one still winds down; the old run's outcomes still reach their
+// items, but only the latest run counts progress and finishes.
+class ProcessingRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    // A file of a run, as it was when the run started.
+    struct Job
+    {
+        AudioFileItem item;
+        QString destination;
+        OutputEncoding encoding;
+    };
+
+    ProcessingRun(QThreadPool &pool, int width, QObject *parent = nullptr);
+    ~ProcessingRun() override;
+
+    // Plans a destination for every item (leftovers of killed runs in those
+    // folders go now) and starts the jobs.
+    void start(const QList<AudioFileItem> &items, const ProcessingSettings &settings,
+               std::shared_ptr<const LoudnessProcessing> processor);
+    void cancel();
+
+    int processedCount() const { return m_processedCount; }
+    int total() const { return m_total; }
+    const std::optional<QString> &currentFileName() const { return m_currentFileName; }
+    void clearCurrentFileName();
+    // Back to nothing processed, as before any run.
+    void clearCount();
+    // The latest run's jobs, for its summary.
+    const std::vector<Job> &jobs() const { return *m_jobs; }
+    // Where the latest run wrote (or meant to write) an item: the name actually
+    // written, which is a numbered one when the planned name was taken meanwhile.
+    std::optional<QString> destinationOf(const QUuid &id) const;
+
+Q_SIGNALS:
+    // A run is planned and its count reset; its first jobs start right after.
+    void runStarted();
+    void jobStarted(const QUuid &id);
+    // A job's output, and whether its run had been cancelled by then.
+    void jobFinished(const ProcessingRun::Job &job, const JobOutput &output, bool cancelled);
+    void progressChanged();
+    // The latest run is over; `cancelled` when the user stopped it.
+    void finished(bool cancelled);
+
+private:
+    static std::vector<Job> plan(const QList<AudioFileItem> &items,
+                                 const ProcessingSettings &settings,
+                                 QHash<QUuid, QString> &destinations);
+
+    QThreadPool &m_pool;
+    int m_width;
+    CancellationTokenPtr m_token = std::make_shared<CancellationToken>();
+    std::shared_ptr<std::vector<Job>> m_jobs = std::make_shared<std::vector<Job>>();
+    QHash<QUuid, QString> m_destinations;
+    // Each run's number; a run's late steps apply only while it is the latest.
+    int m_run = 0;
+    int m_processedCount = 0;
+    int m_total = 0;
+    std::optional<QString> m_currentFileName;
+};
