@@ -40,6 +40,7 @@ test: deps
 bench:
 	@scripts/install-deps.sh --bench
 	@$(MAKE) --no-print-directory build PRESET=release
+	@cmake --build --preset release --target benchmarks
 	@bench/run $(ARGS)
 
 stress: deps

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "model/ProcessingResult.h"
+
+#include <QList>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
@@ -25,6 +28,9 @@ public:
     int failed = 0;
     // Whether the run normalised or only converted.
     bool normalized = true;
+
+    // The totals of a run's results; cancelled files do not count.
+    static CompletionSummary of(const QList<ProcessingResult> &results, bool normalized);
 
     friend bool operator==(const CompletionSummary &, const CompletionSummary &) = default;
 };

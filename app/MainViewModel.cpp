@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/MainViewModel.h"
 
-#include "files/CSVReportService.h"
+#include "app/OutputFolderCheck.h"
+#include "app/ReportExport.h"
 #include "localization/L.h"
 #include "model/StandardPath.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -250,21 +252,8 @@ void MainViewModel::chooseOutputFolder()
 
 void MainViewModel::revalidateOutputFolder()
 {
-    if (!m_settings.outputFolder) {
-        setOutputWarning(std::nullopt);
-        return;
-    }
-    QStringList sources;
-    sources.reserve(queue().size());
-    for (const AudioFileItem &item : queue())
-        sources.append(item.sourcePath);
-    const QString root = standardizedPath(*m_settings.outputFolder);
-    if (m_services.outputPathService->isInsideSourceTree(root, sources))
-        setOutputWarning(L::text(L::WarnInsideSource));
-    else if (!m_services.outputPathService->isWritable(*m_settings.outputFolder))
-        setOutputWarning(L::text(L::WarnNotWritable));
-    else
-        setOutputWarning(std::nullopt);
+    setOutputWarning(OutputFolderCheck::warning(m_settings.outputFolder, queue(),
+                                                *m_services.outputPathService));
 }
 
 ItemDetails MainViewModel::itemData(const QString &id) const
@@ -380,37 +369,15 @@ void MainViewModel::finishRun(bool cancelled)
         m_processing.clearCurrentFileName();
         return;
     }
-    setCompletionSummary(summarize(m_settings.normalizeLoudness));
+    QList<ProcessingResult> results;
+    for (const ProcessingRun::Job &job : m_processing.jobs()) {
+        if (const AudioFileItem *item = m_queue.find(job.item.id); item && item->result)
+            results.append(*item->result);
+    }
+    setCompletionSummary(CompletionSummary::of(results, m_settings.normalizeLoudness));
     setScreenState(AppScreenState::Completed);
     if (m_settings.revealInFinderWhenComplete && m_settings.outputFolder && m_services.revealer)
         m_services.revealer->revealFolder(*m_settings.outputFolder);
-}
-
-CompletionSummary MainViewModel::summarize(bool normalized) const
-{
-    CompletionSummary summary;
-    summary.normalized = normalized;
-    for (const ProcessingRun::Job &job : m_processing.jobs()) {
-        const AudioFileItem *item = m_queue.find(job.item.id);
-        if (!item || !item->result || item->result->outcome == ProcessingOutcome::Cancelled)
-            continue;
-        ++summary.totalProcessed;
-        switch (item->result->outcome) {
-        case ProcessingOutcome::Success:
-        case ProcessingOutcome::Clipped: // written; its row says what it lost
-            ++summary.reachedTarget;
-            break;
-        case ProcessingOutcome::PeakLimited:
-            ++summary.peakLimited;
-            break;
-        case ProcessingOutcome::Failed:
-            ++summary.failed;
-            break;
-        case ProcessingOutcome::Cancelled:
-            break;
-        }
-    }
-    return summary;
 }
 
 void MainViewModel::cancelProcessing()
@@ -432,34 +399,19 @@ void MainViewModel::startNewBatch()
 
 void MainViewModel::exportReport()
 {
-    QList<ProcessingResult> results;
-    for (const AudioFileItem &item : queue()) {
-        if (item.result)
-            results.append(*item.result);
-    }
-    if (results.isEmpty())
+    const bool anyResult = std::any_of(queue().cbegin(), queue().cend(),
+                                       [](const AudioFileItem &item) { return item.result; });
+    if (!anyResult)
         return;
     const auto path = m_services.panelPresenter->presentSavePanel(
         QStringLiteral("Tonbrook Report.csv"), QStringLiteral("csv"));
-    if (!path)
-        return;
-    if (const auto refusal = reportPathRefusal(*path)) {
-        setReportError(*refusal);
-        return;
-    }
-    const auto problem = CSVReportService::write(*path, results);
-    setReportError(problem ? std::optional(L::text(L::ReportNotSaved, *problem)) : std::nullopt);
+    if (path)
+        setReportError(ReportExport::write(*path, queue()));
 }
 
 std::optional<QString> MainViewModel::reportPathRefusal(const QString &path) const
 {
-    const QString target = standardizedPath(path);
-    bool isSource = false;
-    for (const AudioFileItem &item : queue())
-        isSource = isSource || standardizedPath(item.sourcePath) == target;
-    if (isSource || CSVReportService::looksLikeAudio(target))
-        return L::text(L::ReportOverAudioRefused, displayedPath(target));
-    return std::nullopt;
+    return ReportExport::refusal(path, queue());
 }
 
 void MainViewModel::revealOutputFolder()

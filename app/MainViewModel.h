@@ -183,7 +183,6 @@ private:
     void applyMeasurement(const AnalysisRun::Result &result);
     void applyJobOutput(const ProcessingRun::Job &job, const JobOutput &output, bool cancelled);
     void finishRun(bool cancelled);
-    CompletionSummary summarize(bool normalized) const;
     void setScreenState(AppScreenState state);
     void setImportNotice(std::optional<QString> notice);
     void setOutputWarning(std::optional<QString> warning);

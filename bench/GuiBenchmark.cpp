@@ -11,6 +11,8 @@
 // Prints "result<TAB>key<TAB>value" lines for bench/run, and a readable line each.
 //
 // usage: tonbrook-bench-gui --shorts DIR [--queue N]
+#include "ScriptedAnalyzer.h"
+#include "ScriptedProcessor.h"
 #include "app/MainViewModel.h"
 #include "engine/LoudnessAnalyzing.h"
 #include "engine/LoudnessProcessing.h"
@@ -146,26 +148,6 @@ double timeToFrame(QQuickWindow *window, const std::function<void()> &action)
     return timer.nsecsElapsed() / 1e6;
 }
 
-class InstantAnalyzer final : public LoudnessAnalyzing
-{
-public:
-    LoudnessMeasurement analyze(const QString &, double, double,
-                                const CancellationToken &) const override
-    {
-        return {-23.0, -10.0, 6.0, -33.0, 0};
-    }
-};
-
-class NoProcessing final : public LoudnessProcessing
-{
-public:
-    ProcessingResult process(const AudioFileItem &, const QString &, const OutputEncoding &,
-                             const ProcessingSettings &, const CancellationToken &) const override
-    {
-        throw ProcessingError::cancelled();
-    }
-};
-
 void makeTree(const QString &root, int files)
 {
     for (int i = 0; i < files; ++i) {
@@ -202,8 +184,7 @@ ProcessingSettings podcastWav(const QString &outputFolder)
 
 int processShorts(LanguageManager &language, const QString &shorts, const QString &scratch)
 {
-    TonbrookApp tonbrook(MainViewModel::Services::standard(std::make_shared<NoFilePanels>()),
-                         language);
+    TonbrookApp tonbrook(AppServices{}, language);
     QQuickWindow *window = atIdealSize(tonbrook);
     if (!window)
         return 1;
@@ -261,11 +242,17 @@ int largeQueue(LanguageManager &language, int size, const QString &scratch)
     auto preferences =
         std::make_shared<QSettings>(scratch + QStringLiteral("/queue.ini"), QSettings::IniFormat);
     TonbrookApp tonbrook(
-        MainViewModel::Services{
-            std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
-            std::make_shared<NoFilePanels>(), std::make_shared<OutputPathService>(),
-            OutputFolderBookmarkStore(preferences), std::make_shared<InstantAnalyzer>(),
-            std::make_shared<NoProcessing>(), nullptr, nullptr},
+        AppServices{.bookmarkStore = OutputFolderBookmarkStore(preferences),
+                    // Every file measures at once; nothing is processed.
+                    .analysisService = std::make_shared<ScriptedAnalyzer>(
+                        [](const QString &, const CancellationToken &) {
+                            return LoudnessMeasurement{-23.0, -10.0, 6.0, -33.0, 0};
+                        }),
+                    .processingService = std::make_shared<ScriptedProcessor>(
+                        [](const AudioFileItem &, const QString &, const ProcessingSettings &,
+                           const CancellationToken &) -> ProcessingResult {
+                            throw ProcessingError::cancelled();
+                        })},
         language);
     QQuickWindow *window = atIdealSize(tonbrook);
     if (!window)

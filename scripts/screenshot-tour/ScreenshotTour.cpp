@@ -6,6 +6,8 @@
 // over a realistic queue of empty files in a scratch folder.
 //
 // usage: tonbrook-screenshot-tour OUTPUT_DIR
+#include "ScriptedAnalyzer.h"
+#include "ScriptedProcessor.h"
 #include "app/MainViewModel.h"
 #include "engine/LoudnessAnalyzing.h"
 #include "engine/LoudnessProcessing.h"
@@ -49,64 +51,55 @@ double loudnessOf(const QString &path)
     return -14.0 - static_cast<double>(qHash(fileNameOf(path)) % 220) / 10.0;
 }
 
-class StandInAnalyzer final : public LoudnessAnalyzing
+// Loudness from the name; "Room tone" files measure until cancelled.
+LoudnessMeasurement standInMeasurement(const QString &path, const CancellationToken &token)
 {
-public:
-    LoudnessMeasurement analyze(const QString &path, double, double,
-                                const CancellationToken &token) const override
-    {
-        if (fileNameOf(path).startsWith(QStringLiteral("Room tone")))
-            while (!token.isCancelled())
-                std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        if (fileNameOf(path).contains(QStringLiteral("corrupt")))
-            throw ProcessingError::analysisFailed(QStringLiteral("no measurement"));
-        const double loudness = loudnessOf(path);
-        return {loudness, loudness + 13.5, 6.2, loudness - 10, 0};
-    }
-};
-
-class StandInProcessor final : public LoudnessProcessing
-{
-public:
-    ProcessingResult process(const AudioFileItem &item, const QString &destination,
-                             const OutputEncoding &, const ProcessingSettings &settings,
-                             const CancellationToken &token) const override
-    {
-        while (holdProcessing && !token.isCancelled())
+    if (fileNameOf(path).startsWith(QStringLiteral("Room tone")))
+        while (!token.isCancelled())
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        if (token.isCancelled())
-            throw ProcessingError::cancelled();
-        const QString name = fileNameOf(item.sourcePath);
-        if (name.contains(QStringLiteral("corrupt")))
-            throw ProcessingError::ffmpegFailed(
-                183, QStringLiteral("[in#0 @ 0x55d0] Error opening input: Invalid data found when "
-                                    "processing input\n"
-                                    "Error opening input file ") +
-                         item.sourcePath + QStringLiteral(".\n"));
-        const double loudness = loudnessOf(item.sourcePath);
-        const double target = settings.effectiveTargetLUFS();
-        const bool limited = name.startsWith(QStringLiteral("Kick"));
-        const double final = limited ? loudness + 4 : target;
-        ProcessingResult result{name,
-                                fileNameOf(destination),
-                                loudness,
-                                final,
-                                final - loudness,
-                                limited ? -1.0 : final - loudness + loudness + 13.5,
-                                limited ? ProcessingOutcome::PeakLimited
-                                        : ProcessingOutcome::Success,
-                                {}};
-        // A high-rate source kept as MP3: the encoder's limit is said.
-        if (name.endsWith(QStringLiteral(".mp3")))
-            result.changes = {{OutputChange::Kind::SampleRate, 96000, 48000}};
-        if (limited)
-            result.warningMessage =
-                QStringLiteral("Target %1 \u2192 could not reach target without exceeding the "
-                               "true peak ceiling. Normalized to the highest safe level.")
-                    .arg(loudness, 0, 'f', 2);
-        return result;
-    }
-};
+    if (fileNameOf(path).contains(QStringLiteral("corrupt")))
+        throw ProcessingError::analysisFailed(QStringLiteral("no measurement"));
+    const double loudness = loudnessOf(path);
+    return {loudness, loudness + 13.5, 6.2, loudness - 10, 0};
+}
+
+// Results from the name: "Kick" files are held by the ceiling, "corrupt" ones fail.
+ProcessingResult standInResult(const AudioFileItem &item, const QString &destination,
+                               const ProcessingSettings &settings, const CancellationToken &token)
+{
+    while (holdProcessing && !token.isCancelled())
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    if (token.isCancelled())
+        throw ProcessingError::cancelled();
+    const QString name = fileNameOf(item.sourcePath);
+    if (name.contains(QStringLiteral("corrupt")))
+        throw ProcessingError::ffmpegFailed(
+            183, QStringLiteral("[in#0 @ 0x55d0] Error opening input: Invalid data found when "
+                                "processing input\n"
+                                "Error opening input file ") +
+                     item.sourcePath + QStringLiteral(".\n"));
+    const double loudness = loudnessOf(item.sourcePath);
+    const double target = settings.effectiveTargetLUFS();
+    const bool limited = name.startsWith(QStringLiteral("Kick"));
+    const double final = limited ? loudness + 4 : target;
+    ProcessingResult result{name,
+                            fileNameOf(destination),
+                            loudness,
+                            final,
+                            final - loudness,
+                            limited ? -1.0 : final - loudness + loudness + 13.5,
+                            limited ? ProcessingOutcome::PeakLimited : ProcessingOutcome::Success,
+                            {}};
+    // A high-rate source kept as MP3: the encoder's limit is said.
+    if (name.endsWith(QStringLiteral(".mp3")))
+        result.changes = {{OutputChange::Kind::SampleRate, 96000, 48000}};
+    if (limited)
+        result.warningMessage =
+            QStringLiteral("Target %1 \u2192 could not reach target without exceeding the "
+                           "true peak ceiling. Normalized to the highest safe level.")
+                .arg(loudness, 0, 'f', 2);
+    return result;
+}
 
 void settle(int milliseconds = 350)
 {
@@ -173,11 +166,10 @@ int main(int argc, char *argv[])
             scratch.filePath(QStringLiteral("prefs.ini")), QSettings::IniFormat);
         auto support = std::make_shared<SupportWindowPresenter>();
         TonbrookApp tonbrook(
-            MainViewModel::Services{
-                std::make_shared<FileImportService>(std::make_shared<FolderScanner>()),
-                std::make_shared<NoFilePanels>(), std::make_shared<OutputPathService>(),
-                OutputFolderBookmarkStore(preferences), std::make_shared<StandInAnalyzer>(),
-                std::make_shared<StandInProcessor>(), support, nullptr},
+            AppServices{.bookmarkStore = OutputFolderBookmarkStore(preferences),
+                        .analysisService = std::make_shared<ScriptedAnalyzer>(standInMeasurement),
+                        .processingService = std::make_shared<ScriptedProcessor>(standInResult),
+                        .supportPresenter = support},
             languages);
         support->setEngine(&tonbrook.engine());
         QQuickWindow *window = tonbrook.window();

@@ -4,7 +4,7 @@
 #include "engine/LoudnessProcessingService.h"
 
 #include "FakeFFmpegRunner.h"
-#include "FakeLoudnessAnalyzer.h"
+#include "ScriptedAnalyzer.h"
 #include "TestAudio.h"
 #include "TestEnvironment.h"
 #include "engine/AudioMetadata.h"
@@ -74,7 +74,7 @@ class LoudnessProcessingServiceTest : public QObject
 
     QTemporaryDir m_dir;
     std::shared_ptr<FakeFFmpegRunner> m_runner;
-    std::shared_ptr<FakeLoudnessAnalyzer> m_analyzer;
+    std::shared_ptr<ScriptedAnalyzer> m_analyzer;
     QString m_source;
 
     LoudnessProcessingService service() const { return {m_runner, m_analyzer}; }
@@ -122,7 +122,7 @@ private Q_SLOTS:
     void init()
     {
         m_runner = std::make_shared<FakeFFmpegRunner>();
-        m_analyzer = std::make_shared<FakeLoudnessAnalyzer>();
+        m_analyzer = std::make_shared<ScriptedAnalyzer>();
         ffmpegWrites("new output");
     }
 

@@ -9,11 +9,20 @@
 #include <functional>
 
 // Answers measurements from a script and counts the calls.
-class FakeLoudnessAnalyzer final : public LoudnessAnalyzing
+class ScriptedAnalyzer final : public LoudnessAnalyzing
 {
 public:
-    std::function<LoudnessMeasurement(const QString &path, const CancellationToken &)> respond =
-        [](const QString &, const CancellationToken &) { return LoudnessMeasurement{}; };
+    using Script =
+        std::function<LoudnessMeasurement(const QString &path, const CancellationToken &)>;
+
+    ScriptedAnalyzer() = default;
+    explicit ScriptedAnalyzer(Script script)
+        : respond(std::move(script))
+    {}
+
+    Script respond = [](const QString &, const CancellationToken &) {
+        return LoudnessMeasurement{};
+    };
 
     LoudnessMeasurement analyze(const QString &filePath, double, double,
                                 const CancellationToken &cancellation) const override

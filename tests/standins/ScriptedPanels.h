@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "files/FilePanelPresenting.h"
+
+#include <QStringList>
+
+#include <optional>
+
+class ScriptedPanels final : public FilePanelPresenting
+{
+public:
+    QStringList files;
+    QStringList folders;
+    std::optional<QString> destination;
+    std::optional<QString> savePath;
+    int saveRequests = 0;
+
+    QStringList presentFilePanel(const QStringList &) override { return files; }
+    QStringList presentFolderPanel() override { return folders; }
+    std::optional<QString> presentDestinationFolderPanel() override { return destination; }
+    std::optional<QString> presentSavePanel(const QString &, const QString &) override
+    {
+        ++saveRequests;
+        return savePath;
+    }
+};
