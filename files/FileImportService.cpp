@@ -13,9 +13,10 @@ namespace {
 
 AudioFileItem newItem(const QString &path, const QString &relativePath, SourceAudioFormat format)
 {
-    return {QUuid::createUuid(),       path,         relativePath, format,
-            AudioCategory::Other,      std::nullopt, std::nullopt, OutputFormatMode::KeepOriginal,
-            ProcessingStatus::ready(), std::nullopt, std::nullopt, std::nullopt};
+    return {.id = QUuid::createUuid(),
+            .sourcePath = path,
+            .relativePath = relativePath,
+            .sourceFormat = format};
 }
 
 QString lastComponent(const QString &path)
@@ -30,7 +31,7 @@ FileImportService::FileImportService(std::shared_ptr<const FolderScanning> folde
 {}
 
 ImportSummary FileImportService::importPaths(const QStringList &paths,
-                                            const QList<AudioFileItem> &existing) const
+                                             const QList<AudioFileItem> &existing) const
 {
     ImportSummary summary;
     QSet<QString> keys;

@@ -25,17 +25,17 @@ struct AudioFileItem
     // file added on its own, the path below the folder for one found in a
     // folder, joined by "/".
     QString relativePath;
-    SourceAudioFormat sourceFormat;
-    AudioCategory category;
+    SourceAudioFormat sourceFormat = SourceAudioFormat::Wav;
+    AudioCategory category = AudioCategory::Other;
     std::optional<double> measuredLUFS;
     std::optional<LoudnessMeasurement> measurement;
-    OutputFormatMode resolvedOutputFormat;
+    OutputFormatMode resolvedOutputFormat = OutputFormatMode::KeepOriginal;
     ProcessingStatus status;
     std::optional<ProcessingResult> result;
     std::optional<QString> errorDetails;
     // The source as it was when `measurement` was taken: a file changed since
     // is measured again before it is written.
-    std::optional<FileStamp> measuredStamp{};
+    std::optional<FileStamp> measuredStamp;
 
     friend bool operator==(const AudioFileItem &, const AudioFileItem &) = default;
 };

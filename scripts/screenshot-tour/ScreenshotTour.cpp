@@ -82,14 +82,14 @@ ProcessingResult standInResult(const AudioFileItem &item, const QString &destina
     const double target = settings.effectiveTargetLUFS();
     const bool limited = name.startsWith(QStringLiteral("Kick"));
     const double final = limited ? loudness + 4 : target;
-    ProcessingResult result{name,
-                            fileNameOf(destination),
-                            loudness,
-                            final,
-                            final - loudness,
-                            limited ? -1.0 : final - loudness + loudness + 13.5,
-                            limited ? ProcessingOutcome::PeakLimited : ProcessingOutcome::Success,
-                            {}};
+    ProcessingResult result{.sourceFileName = name,
+                            .outputFileName = fileNameOf(destination),
+                            .originalLUFS = loudness,
+                            .finalLUFS = final,
+                            .appliedGain = final - loudness,
+                            .truePeak = limited ? -1.0 : final - loudness + loudness + 13.5,
+                            .outcome = limited ? ProcessingOutcome::PeakLimited
+                                               : ProcessingOutcome::Success};
     // A high-rate source kept as MP3: the encoder's limit is said.
     if (name.endsWith(QStringLiteral(".mp3")))
         result.changes = {{OutputChange::Kind::SampleRate, 96000, 48000}};

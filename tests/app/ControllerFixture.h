@@ -93,18 +93,7 @@ public:
         for (const AudioFileItem &entry : controller->queue())
             if (fileNameOf(entry.sourcePath) == fileName)
                 return entry;
-        return {QUuid(),
-                {},
-                {},
-                SourceAudioFormat::Wav,
-                AudioCategory::Other,
-                {},
-                {},
-                OutputFormatMode::KeepOriginal,
-                ProcessingStatus::ready(),
-                {},
-                {},
-                {}};
+        return {};
     }
 
     QUuid idOf(const QString &fileName) const { return item(fileName).id; }

@@ -247,21 +247,37 @@ private Q_SLOTS:
         using O = ProcessingOutcome;
         QTest::newRow("conversion has no figures")
             << false << none << quietFile
-            << ProcessingResult{name, name, {}, {}, {}, {}, O::Success, {}};
-        QTest::newRow("reached target")
-            << true << std::optional(quietFile) << quietFile
-            << ProcessingResult{name, name, -20.5, -14.0, 6.5, -1.75, O::Success, {}};
+            << ProcessingResult{.sourceFileName = name, .outputFileName = name};
+        QTest::newRow("reached target") << true << std::optional(quietFile) << quietFile
+                                        << ProcessingResult{.sourceFileName = name,
+                                                            .outputFileName = name,
+                                                            .originalLUFS = -20.5,
+                                                            .finalLUFS = -14.0,
+                                                            .appliedGain = 6.5,
+                                                            .truePeak = -1.75};
         QTest::newRow("limited, stored loudness in the warning")
             << true << std::optional(peakyFile) << peakyFile
-            << ProcessingResult{name, name, -20.0,          -18.0,
-                                2.0,  -1.0, O::PeakLimited, QStringLiteral("Target -20.00") + tail};
+            << ProcessingResult{.sourceFileName = name,
+                                .outputFileName = name,
+                                .originalLUFS = -20.0,
+                                .finalLUFS = -18.0,
+                                .appliedGain = 2.0,
+                                .truePeak = -1.0,
+                                .outcome = O::PeakLimited,
+                                .warningMessage = QStringLiteral("Target -20.00") + tail};
         QTest::newRow("limited, measured during the call: 0.00 in the warning")
             << true << none << peakyFile
-            << ProcessingResult{name, name, -20.0,          -18.0,
-                                2.0,  -1.0, O::PeakLimited, QStringLiteral("Target 0.00") + tail};
+            << ProcessingResult{.sourceFileName = name,
+                                .outputFileName = name,
+                                .originalLUFS = -20.0,
+                                .finalLUFS = -18.0,
+                                .appliedGain = 2.0,
+                                .truePeak = -1.0,
+                                .outcome = O::PeakLimited,
+                                .warningMessage = QStringLiteral("Target 0.00") + tail};
         QTest::newRow("silence: unity gain, no figures that are not finite")
             << true << std::optional(silentFile) << silentFile
-            << ProcessingResult{name, name, {}, {}, 0.0, {}, O::Success, {}};
+            << ProcessingResult{.sourceFileName = name, .outputFileName = name, .appliedGain = 0.0};
     }
 
     void results()

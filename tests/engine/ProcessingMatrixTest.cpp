@@ -313,18 +313,10 @@ private Q_SLOTS:
         }
         ProcessingSettings settings;
         settings.sampleRateMode = SampleRateMode::Rate44100;
-        const AudioFileItem item{QUuid::createUuid(),
-                                 path,
-                                 QStringLiteral("long.wav"),
-                                 SourceAudioFormat::Wav,
-                                 AudioCategory::Other,
-                                 std::nullopt,
-                                 LoudnessMeasurement{-20, -8, 3, -30, 0},
-                                 OutputFormatMode::KeepOriginal,
-                                 ProcessingStatus::ready(),
-                                 std::nullopt,
-                                 std::nullopt,
-                                 std::nullopt};
+        const AudioFileItem item{.id = QUuid::createUuid(),
+                                 .sourcePath = path,
+                                 .relativePath = QStringLiteral("long.wav"),
+                                 .measurement = LoudnessMeasurement{-20, -8, 3, -30, 0}};
         CancellationToken token;
         std::thread canceller([&token] {
             std::this_thread::sleep_for(std::chrono::milliseconds(400));
@@ -400,18 +392,12 @@ private Q_SLOTS:
 
         const auto format = SourceAudioFormats::fromFileName(input.name);
         QVERIFY(format);
-        const AudioFileItem item{QUuid::createUuid(),
-                                 path,
-                                 input.name,
-                                 *format,
-                                 AudioCategory::Other,
-                                 std::nullopt,
-                                 c.measurementStored ? std::optional(in) : std::nullopt,
-                                 OutputFormatMode::KeepOriginal,
-                                 ProcessingStatus::ready(),
-                                 std::nullopt,
-                                 std::nullopt,
-                                 std::nullopt};
+        const AudioFileItem item{.id = QUuid::createUuid(),
+                                 .sourcePath = path,
+                                 .relativePath = input.name,
+                                 .sourceFormat = *format,
+                                 .measurement =
+                                     c.measurementStored ? std::optional(in) : std::nullopt};
         ProcessingSettings settings;
         settings.selectedPreset = *LoudnessPreset::builtIn(u"streaming");
         settings.truePeakCeiling = ceiling;

@@ -42,14 +42,13 @@ public:
     static Answer writes(ProcessingOutcome outcome = ProcessingOutcome::Success)
     {
         return [outcome] {
-            ProcessingResult result{QStringLiteral("x.wav"),
-                                    QStringLiteral("x.wav"),
-                                    -20.0,
-                                    -14.0,
-                                    6.0,
-                                    -1.0,
-                                    outcome,
-                                    {}};
+            ProcessingResult result{.sourceFileName = QStringLiteral("x.wav"),
+                                    .outputFileName = QStringLiteral("x.wav"),
+                                    .originalLUFS = -20.0,
+                                    .finalLUFS = -14.0,
+                                    .appliedGain = 6.0,
+                                    .truePeak = -1.0,
+                                    .outcome = outcome};
             if (outcome == ProcessingOutcome::PeakLimited)
                 result.warningMessage = QStringLiteral("Target -20.00 \u2192 held back");
             return result;
