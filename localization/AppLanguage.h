@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 #include <array>
 #include <optional>
@@ -11,12 +13,22 @@
 //
 // A new language is one case here (with its code) and one catalogue,
 // i18n/tonbrook_<code>.ts.
-enum class AppLanguage
+namespace AppLanguages {
+Q_NAMESPACE
+// QML: AppLanguage.System, AppLanguage.En, AppLanguage.Ru.
+QML_NAMED_ELEMENT(AppLanguage)
+
+enum class Language
 {
     System,
     En,
     Ru,
 };
+Q_ENUM_NS(Language)
+
+} // namespace AppLanguages
+
+using AppLanguage = AppLanguages::Language;
 
 namespace AppLanguages {
 

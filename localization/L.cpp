@@ -474,11 +474,6 @@ QString L::languageName(AppLanguage language)
     return {};
 }
 
-QString L::languageName(const QString &rawValue)
-{
-    return languageName(AppLanguages::fromRawValue(rawValue).value_or(AppLanguage::System));
-}
-
 QString L::sampleRateChanged(int from, int to, const QString &format)
 {
     const auto kilohertz = [](int hertz) { return QString::number(hertz / 1000.0); };

@@ -176,8 +176,7 @@ public:
     Q_INVOKABLE static QString statusName(ProcessingStatusKinds::Kind kind);
     // A language as its menu entry shows it: "System" in the interface language,
     // the others in their own ("English", "Русский").
-    static QString languageName(AppLanguage language);
-    Q_INVOKABLE static QString languageName(const QString &rawValue);
+    Q_INVOKABLE static QString languageName(AppLanguages::Language language);
     // What the encoder's limits changed, one sentence each.
     static QString sampleRateChanged(int from, int to, const QString &format);
     // What the source carried that the output format drops ("bext", "iXML",

@@ -41,14 +41,22 @@ AppContext *AppContext::create(QQmlEngine *, QJSEngine *engine)
     return current;
 }
 
-QString AppContext::languageSelection() const
+AppLanguage AppContext::languageSelection() const
 {
-    return m_language.selectionRawValue();
+    return m_language.selection();
 }
 
-void AppContext::setLanguageSelection(const QString &selection)
+void AppContext::setLanguageSelection(AppLanguage selection)
 {
-    m_language.setSelectionRawValue(selection);
+    m_language.setSelection(selection);
+}
+
+QVariantList AppContext::languages()
+{
+    QVariantList languages;
+    for (AppLanguage language : AppLanguages::all)
+        languages.append(QVariant::fromValue(language));
+    return languages;
 }
 
 QString AppContext::version()

@@ -3,9 +3,11 @@
 
 #include "app/MainViewModel.h"
 #include "app/SettingsModel.h"
+#include "localization/AppLanguage.h"
 #include "ui/LicenseListModel.h"
 
 #include <QObject>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 class LanguageManager;
@@ -22,8 +24,9 @@ class AppContext : public QObject
     Q_PROPERTY(MainViewModel *viewModel READ viewModel CONSTANT)
     Q_PROPERTY(SettingsModel *settings READ settings CONSTANT)
     Q_PROPERTY(LicenseListModel *licenses READ licenses CONSTANT)
-    Q_PROPERTY(QString languageSelection READ languageSelection WRITE setLanguageSelection NOTIFY
-                   languageSelectionChanged)
+    Q_PROPERTY(AppLanguages::Language languageSelection READ languageSelection WRITE
+                   setLanguageSelection NOTIFY languageSelectionChanged)
+    Q_PROPERTY(QVariantList languages READ languages CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
 
 public:
@@ -37,8 +40,10 @@ public:
     MainViewModel *viewModel() const { return &m_viewModel; }
     SettingsModel *settings() const { return &m_settings; }
     LicenseListModel *licenses() const { return &m_licenses; }
-    QString languageSelection() const;
-    void setLanguageSelection(const QString &selection);
+    AppLanguage languageSelection() const;
+    void setLanguageSelection(AppLanguage selection);
+    // What the language menu offers, in its order.
+    static QVariantList languages();
     // "0.1.0 (42)": the version and the build number.
     static QString version();
 

@@ -16,14 +16,16 @@ Rectangle {
     property string processButtonTitle
     property bool canProcess: false
     property bool showProcessButton: true
-    property string languageSelection: "system"
+    property int languageSelection: AppLanguage.System
+    // What the language menu offers, in its order.
+    property var languages: []
     property string processShortcut
 
     signal process
     signal showLicenses
     signal showAbout
     signal showSupport
-    signal languageChosen(string language)
+    signal languageChosen(int language)
 
     // Below this width the language button keeps only its globe, so the
     // longest Russian process title still fits beside everything else.
@@ -98,10 +100,11 @@ Rectangle {
                 objectName: "languageMenu"
                 y: languageButton.height + 4
                 Repeater {
-                    model: ["system", "en", "ru"]
+                    model: root.languages
                     delegate: TBMenuItem {
-                        required property string modelData
-                        objectName: "language_" + modelData
+                        required property int modelData
+                        required property int index
+                        objectName: "language_" + index
                         text: L.tr.languageName(modelData)
                         current: root.languageSelection === modelData
                         onTriggered: root.languageChosen(modelData)

@@ -46,6 +46,7 @@ ApplicationWindow {
         canProcess: window.viewModel.canProcess
         showProcessButton: window.idle
         languageSelection: App.languageSelection
+        languages: App.languages
         processShortcut: processShortcut.nativeText
         onProcess: window.viewModel.process()
         onShowAbout: aboutSheet.open()
