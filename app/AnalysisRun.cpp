@@ -86,11 +86,6 @@ void AnalysisRun::forget(const QSet<QUuid> &ids)
     m_pending.subtract(ids);
 }
 
-void AnalysisRun::waitForJobs()
-{
-    m_pool.waitForDone();
-}
-
 void AnalysisRun::reset()
 {
     m_pending.clear();

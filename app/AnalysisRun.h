@@ -54,8 +54,6 @@ public:
     void halt();
     // Items that left the queue are no longer waited for.
     void forget(const QSet<QUuid> &ids);
-    // Blocks until no job runs (their answers still wait in the event queue).
-    void waitForJobs();
 
 Q_SIGNALS:
     // One file's answer, before the progress counts it.

@@ -61,12 +61,6 @@ void LanguageManager::setSelection(AppLanguage selection)
     installCatalogue();
 }
 
-void LanguageManager::setSelectionRawValue(const QString &rawValue)
-{
-    if (const auto language = AppLanguages::fromRawValue(rawValue))
-        setSelection(*language);
-}
-
 void LanguageManager::installCatalogue()
 {
     const AppLanguage language = effectiveLanguage();

@@ -18,9 +18,6 @@ class QTranslator;
 class LanguageManager : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(
-        QString selection READ selectionRawValue WRITE setSelectionRawValue NOTIFY selectionChanged)
-    Q_PROPERTY(QString effectiveLanguage READ effectiveLanguageCode NOTIFY languageChanged)
 
 public:
     static constexpr QLatin1StringView key{"tb.languageSelection"};
@@ -43,10 +40,6 @@ public:
     // The spoken language a preferred-language list starts with; English when
     // it starts with one Tonbrook does not speak, or is empty.
     static AppLanguage languageOf(const QStringList &preferredLanguages);
-
-    QString selectionRawValue() const { return AppLanguages::rawValue(m_selection); }
-    void setSelectionRawValue(const QString &rawValue);
-    QString effectiveLanguageCode() const { return AppLanguages::code(effectiveLanguage()); }
 
 Q_SIGNALS:
     void selectionChanged();

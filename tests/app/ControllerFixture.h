@@ -9,14 +9,7 @@
 #include "RecordingRevealer.h"
 #include "ScriptedPanels.h"
 #include "app/MainViewModel.h"
-#include "app/SupportPresenting.h"
-#include "engine/LoudnessAnalyzing.h"
-#include "engine/LoudnessProcessing.h"
 #include "engine/ProcessingError.h"
-#include "files/FileImportService.h"
-#include "files/FilePanelPresenting.h"
-#include "files/FolderScanner.h"
-#include "files/OutputPathService.h"
 #include "model/StandardPath.h"
 
 #include <QDir>
@@ -25,11 +18,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <chrono>
-#include <condition_variable>
 #include <functional>
-#include <map>
-#include <mutex>
 
 class ControllerFixture
 {
