@@ -38,15 +38,19 @@ void AnalysisRun::start(std::vector<std::pair<QUuid, QString>> files,
                 analyzer->analyze(entry.second, target, ceiling, *token);
             // ffmpeg stopped half-way still prints what it measured of the part
             // it read; that is not the file's loudness.
-            if (token->isCancelled() || !stamp)
+            if (token->isCancelled())
                 return {.id = entry.first};
+            if (!stamp)
+                return {.id = entry.first, .failed = true};
             return {.id = entry.first, .measurement = measurement, .stamp = stamp};
         } catch (const FFmpegError &error) {
-            return {.id = entry.first, .installationFault = error.installationFault()};
+            const std::optional<QString> fault = error.installationFault();
+            return {.id = entry.first, .installationFault = fault, .failed = !fault};
         } catch (...) {
-            return {.id = entry.first};
+            return {.id = entry.first, .failed = !token->isCancelled()};
         }
     };
+    callbacks.submitted = [this](const Entry &entry) { Q_EMIT started(entry.first); };
     callbacks.delivered = [this](const Entry &, Result &&result) {
         if (result.installationFault) {
             Q_EMIT installationFault(*result.installationFault);
@@ -71,14 +75,6 @@ void AnalysisRun::stop()
     m_token->cancel();
     m_token = std::make_shared<CancellationToken>();
     reset();
-}
-
-void AnalysisRun::halt()
-{
-    m_token->cancel();
-    m_pending.clear();
-    m_running = false;
-    Q_EMIT changed();
 }
 
 void AnalysisRun::forget(const QSet<QUuid> &ids)

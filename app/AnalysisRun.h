@@ -33,6 +33,8 @@ public:
         std::optional<FileStamp> stamp;
         // The bundled ffmpeg could not run: the installation's fault, not the file's.
         std::optional<QString> installationFault{};
+        // The file could not be measured (not cancelled, not the installation).
+        bool failed = false;
     };
 
     AnalysisRun(QThreadPool &pool, int width, QObject *parent = nullptr);
@@ -49,13 +51,12 @@ public:
                std::shared_ptr<const LoudnessAnalyzing> analyzer, double target, double ceiling);
     // Stops what runs and starts afresh: later batches get a new token.
     void stop();
-    // Stops what runs for good: the token stays cancelled until stop(). The
-    // progress count stays.
-    void halt();
     // Items that left the queue are no longer waited for.
     void forget(const QSet<QUuid> &ids);
 
 Q_SIGNALS:
+    // A file's measuring starts now (the others of its batch wait their turn).
+    void started(const QUuid &id);
     // One file's answer, before the progress counts it.
     void measured(const AnalysisRun::Result &result);
     void installationFault(const QString &reason);

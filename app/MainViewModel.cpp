@@ -38,6 +38,12 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
     m_queue.setOutputMode(m_settings.outputFormatMode);
     m_pool.setMaxThreadCount(4 * maxParallelJobs);
 
+    connect(&m_analysis, &AnalysisRun::started, this, [this](const QUuid &id) {
+        m_queue.update(id, [](AudioFileItem &item) {
+            if (item.status.kind() == ProcessingStatus::Kind::Queued)
+                item.status = ProcessingStatus::analyzing();
+        });
+    });
     connect(&m_analysis, &AnalysisRun::measured, this, &MainViewModel::applyMeasurement);
     connect(&m_analysis, &AnalysisRun::installationFault, this,
             &MainViewModel::stopForInstallationFault);
@@ -282,13 +288,14 @@ void MainViewModel::analyzeQueue()
         return;
     std::vector<std::pair<QUuid, QString>> pending;
     for (const AudioFileItem &item : queue()) {
-        if (!item.measurement && !analyzingIDs().contains(item.id))
+        if (item.needsMeasuring() && !analyzingIDs().contains(item.id))
             pending.emplace_back(item.id, item.sourcePath);
     }
     if (pending.empty())
         return;
+    // Waiting until a job takes it: only the files being measured spin.
     for (const auto &[id, path] : pending)
-        setStatus(ProcessingStatus::analyzing(), id);
+        setStatus(ProcessingStatus::queued(), id);
     m_analysis.start(std::move(pending), m_services.analysisService,
                      m_settings.effectiveTargetLUFS(), m_settings.truePeakCeiling);
 }
@@ -304,6 +311,7 @@ void MainViewModel::stopAnalysis()
 void MainViewModel::applyMeasurement(const AnalysisRun::Result &result)
 {
     m_queue.update(result.id, [&result](AudioFileItem &item) {
+        item.unreadable = result.failed;
         if (const auto &measurement = result.measurement) {
             item.measurement = measurement;
             item.measuredStamp = result.stamp;
@@ -312,7 +320,8 @@ void MainViewModel::applyMeasurement(const AnalysisRun::Result &result)
                                     : std::nullopt;
         }
         // A late answer must not undo what processing has since shown.
-        if (item.status.kind() == ProcessingStatus::Kind::Analyzing)
+        const ProcessingStatus::Kind kind = item.status.kind();
+        if (kind == ProcessingStatus::Kind::Analyzing || kind == ProcessingStatus::Kind::Queued)
             item.status = ProcessingStatus::ready();
     });
 }
@@ -325,11 +334,9 @@ void MainViewModel::process()
     if (targets.isEmpty() || !m_settings.outputFolder || m_installationProblem ||
         m_screenState == AppScreenState::Processing)
         return;
-    // Analysis stops for good (its token stays cancelled until the queue is
-    // cleared); what it had not reached yet is measured by the processing pass.
-    for (const QUuid &id : analyzingIDs())
-        setStatus(ProcessingStatus::ready(), id);
-    m_analysis.halt();
+    // What analysis had not reached yet is measured by the processing pass;
+    // later imports and "Analyze Loudness" start measuring afresh.
+    stopAnalysis();
 
     QList<AudioFileItem> items;
     items.reserve(targets.size());

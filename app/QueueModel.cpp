@@ -41,9 +41,19 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
     case SourceLabelRole:
         return SourceAudioFormats::rawValue(item.sourceFormat).toUpper();
     case LoudnessTextRole:
-        return item.measuredLUFS
-                   ? NumberFormat::fixed(*item.measuredLUFS, 1) + QStringLiteral(" LUFS")
-                   : QStringLiteral("\u2014");
+        switch (loudnessStateOf(item)) {
+        case LoudnessState::Measured:
+            return QString(NumberFormat::fixed(*item.measuredLUFS, 1) + QStringLiteral(" LUFS"));
+        case LoudnessState::Silent:
+            return L::text(L::LoudnessSilent);
+        case LoudnessState::Unreadable:
+            return L::text(L::LoudnessUnreadable);
+        case LoudnessState::NotMeasured:
+            break;
+        }
+        return QStringLiteral("\u2014");
+    case LoudnessStateRole:
+        return QVariant::fromValue(loudnessStateOf(item));
     case OutputLabelRole:
         return outputLabel(item, m_outputMode);
     case StatusRole:
@@ -71,6 +81,7 @@ QHash<int, QByteArray> QueueModel::roleNames() const
             {RelativePathRole, "relativePath"},
             {SourceLabelRole, "sourceLabel"},
             {LoudnessTextRole, "loudnessText"},
+            {LoudnessStateRole, "loudnessState"},
             {OutputLabelRole, "outputLabel"},
             {StatusRole, "status"},
             {StatusTextRole, "statusText"},
@@ -113,9 +124,9 @@ bool QueueModel::update(const QUuid &id, const std::function<void(AudioFileItem 
     if (!row)
         return false;
     AudioFileItem &item = m_items[*row];
-    const bool wasMeasured = item.measurement.has_value();
+    const bool wasUnmeasured = item.needsMeasuring();
     change(item);
-    m_unmeasured += int(wasMeasured) - int(item.measurement.has_value());
+    m_unmeasured += int(item.needsMeasuring()) - int(wasUnmeasured);
     const QModelIndex at = index(*row);
     Q_EMIT dataChanged(at, at);
     return true;
@@ -208,7 +219,17 @@ void QueueModel::setOutputMode(OutputFormatMode mode)
 
 void QueueModel::retranslate()
 {
-    everyRowChanged({StatusTextRole});
+    everyRowChanged({StatusTextRole, LoudnessTextRole});
+}
+
+QueueModel::LoudnessState QueueModel::loudnessStateOf(const AudioFileItem &item)
+{
+    if (item.measuredLUFS)
+        return LoudnessState::Measured;
+    // Digital silence and files shorter than one gating block measure -inf.
+    if (item.measurement)
+        return LoudnessState::Silent;
+    return item.unreadable ? LoudnessState::Unreadable : LoudnessState::NotMeasured;
 }
 
 void QueueModel::reindex()
@@ -221,7 +242,7 @@ void QueueModel::reindex()
 
 void QueueModel::count(const AudioFileItem &item, int sign)
 {
-    if (!item.measurement)
+    if (item.needsMeasuring())
         m_unmeasured += sign;
     const qsizetype slash = item.relativePath.lastIndexOf(u'/');
     if (slash <= 0)

@@ -28,6 +28,7 @@ public:
         RelativePathRole,
         SourceLabelRole,
         LoudnessTextRole,
+        LoudnessStateRole, // LoudnessState
         OutputLabelRole,
         StatusRole,        // ProcessingStatus::Kind
         StatusTextRole,    // the badge's word in the interface language
@@ -37,6 +38,17 @@ public:
         BusyRole, // analysing or processing
     };
 
+    // What the LOUDNESS cell can say of a file.
+    enum class LoudnessState
+    {
+        NotMeasured,
+        Measured,
+        // Measured, but silent or too short to have a loudness.
+        Silent,
+        Unreadable,
+    };
+    Q_ENUM(LoudnessState)
+
     explicit QueueModel(QObject *parent = nullptr);
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -44,8 +56,9 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     const QList<AudioFileItem> &items() const { return m_items; }
-    // Kept up to date item by item, so a result arriving for one file of a
-    // long queue costs the same as for a short one.
+    // The items still to be measured (AudioFileItem::needsMeasuring). Kept up
+    // to date item by item, so a result arriving for one file of a long queue
+    // costs the same as for a short one.
     int unmeasuredCount() const { return m_unmeasured; }
     int folderCount() const { return static_cast<int>(m_folders.size()); }
     const AudioFileItem *find(const QUuid &id) const;
@@ -72,6 +85,8 @@ public:
     void setOutputMode(OutputFormatMode mode);
     // Texts are read again in the interface language of the moment.
     void retranslate();
+
+    static LoudnessState loudnessStateOf(const AudioFileItem &item);
 
 private:
     void reindex();

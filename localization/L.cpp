@@ -334,6 +334,16 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "could not be measured"), false};
     case L::CliFigures:
         return {QT_TRANSLATE_NOOP("L", "%1 \u2192 %2 LUFS, gain %3 dB, peak %4 dBTP"), false};
+    case L::LoudnessNotMeasured:
+        return {QT_TRANSLATE_NOOP("L", "Not measured yet"), false};
+    case L::LoudnessSilent:
+        return {QT_TRANSLATE_NOOP("L", "Silent"), false};
+    case L::LoudnessSilentTip:
+        return {QT_TRANSLATE_NOOP("L", "Silent or too short to measure"), false};
+    case L::LoudnessUnreadable:
+        return {QT_TRANSLATE_NOOP("L", "Unreadable"), false};
+    case L::LoudnessUnreadableTip:
+        return {QT_TRANSLATE_NOOP("L", "The file could not be read to measure it"), false};
     }
     return {"", false};
 }
@@ -445,6 +455,8 @@ QString L::statusName(ProcessingStatus::Kind kind)
     switch (kind) {
     case ProcessingStatus::Kind::Ready:
         return translated(QT_TRANSLATE_NOOP("L", "Ready"));
+    case ProcessingStatus::Kind::Queued:
+        return translated(QT_TRANSLATE_NOOP("L", "Queued"));
     case ProcessingStatus::Kind::Analyzing:
         return translated(QT_TRANSLATE_NOOP("L", "Analyzing"));
     case ProcessingStatus::Kind::Processing:

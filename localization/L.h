@@ -154,6 +154,11 @@ public:
         CliMeasured,
         CliNotMeasured,
         CliFigures,
+        LoudnessNotMeasured,
+        LoudnessSilent,
+        LoudnessSilentTip,
+        LoudnessUnreadable,
+        LoudnessUnreadableTip,
     };
     Q_ENUM(Text)
 

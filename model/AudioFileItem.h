@@ -36,6 +36,17 @@ struct AudioFileItem
     // The source as it was when `measurement` was taken: a file changed since
     // is measured again before it is written.
     std::optional<FileStamp> measuredStamp;
+    // The last attempt to measure the file could not read it.
+    bool unreadable = false;
+
+    // Still to be measured before a run: not measured, not known to be
+    // unreadable, and not already processed (a processed file keeps its outcome
+    // on screen; processing measures what it needs itself).
+    bool needsMeasuring() const
+    {
+        return !measurement && !unreadable &&
+               (!result || result->outcome == ProcessingOutcome::Cancelled);
+    }
 
     friend bool operator==(const AudioFileItem &, const AudioFileItem &) = default;
 };

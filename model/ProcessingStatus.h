@@ -14,6 +14,8 @@ enum class Kind
     Warning,
     Failed,
     Ready,
+    // Waiting for its turn to be measured.
+    Queued,
     Analyzing,
     Processing,
     Done,
@@ -36,6 +38,7 @@ public:
     static ProcessingStatus warning(const QString &message) { return {Kind::Warning, message}; }
     static ProcessingStatus failed(const QString &message) { return {Kind::Failed, message}; }
     static ProcessingStatus ready() { return {Kind::Ready, {}}; }
+    static ProcessingStatus queued() { return {Kind::Queued, {}}; }
     static ProcessingStatus analyzing() { return {Kind::Analyzing, {}}; }
     static ProcessingStatus processing() { return {Kind::Processing, {}}; }
     static ProcessingStatus done() { return {Kind::Done, {}}; }

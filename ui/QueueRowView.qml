@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
 import Tonbrook.Localization
@@ -18,6 +19,7 @@ Rectangle {
     required property string relativePath
     required property string sourceLabel
     required property string loudnessText
+    required property int loudnessState
     required property string outputLabel
     required property int status
     required property string statusMessage
@@ -74,11 +76,20 @@ Rectangle {
             Layout.preferredWidth: 78
         }
         Label {
+            objectName: "rowLoudness"
             text: root.loudnessText
-            color: TBTheme.text
+            color: root.loudnessState === QueueModel.Unreadable ? TBTheme.error : root.loudnessState === QueueModel.Measured ? TBTheme.text : TBTheme.muted
             font.pixelSize: 12
             font.family: "monospace"
+            font.italic: root.loudnessState === QueueModel.Silent
             Layout.preferredWidth: 92
+            HoverHandler {
+                id: loudnessHover
+            }
+            TBToolTip {
+                visible: loudnessHover.hovered && root.loudnessState !== QueueModel.Measured
+                text: root.loudnessState === QueueModel.Silent ? L.tr.text(L.LoudnessSilentTip) : root.loudnessState === QueueModel.Unreadable ? L.tr.text(L.LoudnessUnreadableTip) : L.tr.text(L.LoudnessNotMeasured)
+            }
         }
         Label {
             text: root.outputLabel

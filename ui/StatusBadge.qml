@@ -15,6 +15,7 @@ TBBadge {
     iconName: {
         switch (status) {
         case ProcessingStatus.Ready:
+        case ProcessingStatus.Queued:
             return "circle";
         case ProcessingStatus.Done:
             return "checkmark";

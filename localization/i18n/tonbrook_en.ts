@@ -615,5 +615,29 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Not kept in %1: %2.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Not measured yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Silent or too short to measure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unreadable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file could not be read to measure it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Queued</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -631,5 +631,29 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Not kept in %1: %2.</source>
         <translation>Не сохранено в %1: %2.</translation>
     </message>
+    <message>
+        <source>Not measured yet</source>
+        <translation>Ещё не измерено</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Тишина</translation>
+    </message>
+    <message>
+        <source>Silent or too short to measure</source>
+        <translation>Тишина или слишком короткий файл для измерения</translation>
+    </message>
+    <message>
+        <source>Unreadable</source>
+        <translation>Не читается</translation>
+    </message>
+    <message>
+        <source>The file could not be read to measure it</source>
+        <translation>Файл не удалось прочитать для измерения</translation>
+    </message>
+    <message>
+        <source>Queued</source>
+        <translation>В очереди</translation>
+    </message>
 </context>
 </TS>

@@ -91,6 +91,16 @@ public:
         return item(fileName).status.kind();
     }
 
+    // What the queue's LOUDNESS cell says of a file.
+    QString loudnessTextOf(const QString &fileName) const
+    {
+        const auto row = controller->queueModel()->rowOf(idOf(fileName));
+        return row ? controller->queueModel()
+                         ->data(controller->queueModel()->index(*row), QueueModel::LoudnessTextRole)
+                         .toString()
+                   : QString();
+    }
+
     void setOutputFolder()
     {
         ProcessingSettings settings = controller->settings();

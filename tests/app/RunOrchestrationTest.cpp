@@ -27,7 +27,9 @@ private Q_SLOTS:
         QVERIFY(f.vm().isAnalyzing());
         QCOMPARE(f.vm().analysisDone(), 0);
         QCOMPARE(f.vm().analysisTotal(), 10);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 10.wav")), ProcessingStatus::Kind::Analyzing);
+        // Only what is being measured says so; the rest waits its turn.
+        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Analyzing);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 10.wav")), ProcessingStatus::Kind::Queued);
         QCOMPARE(f.vm().statusText(), QStringLiteral("Analyzing loudness\u2026 0/10"));
 
         f.analyzer->gate.release(QStringLiteral("Take 2.wav"), ControllerFixture::measured(-18.25));
@@ -36,6 +38,7 @@ private Q_SLOTS:
         QCOMPARE(f.analyzer->gate.started().last(), QStringLiteral("Take 4.wav"));
         QCOMPARE(f.item(QStringLiteral("Take 2.wav")).measuredLUFS, std::optional(-18.25));
         QCOMPARE(f.statusOf(QStringLiteral("Take 2.wav")), ProcessingStatus::Kind::Ready);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 4.wav")), ProcessingStatus::Kind::Analyzing);
 
         // Silence measures, but has no loudness to show; a failure leaves no measurement.
         f.analyzer->gate.release(
@@ -51,15 +54,38 @@ private Q_SLOTS:
         QVERIFY(f.item(QStringLiteral("Take 1.wav")).measurement);
         QVERIFY(!f.item(QStringLiteral("Take 1.wav")).measuredLUFS);
         QVERIFY(!f.item(QStringLiteral("Take 3.wav")).measurement);
+        QVERIFY(f.item(QStringLiteral("Take 3.wav")).unreadable);
         QCOMPARE(f.statusOf(QStringLiteral("Take 3.wav")), ProcessingStatus::Kind::Ready);
-        QVERIFY(f.vm().hasUnanalyzedFiles());
-
-        // Asking again measures only what has no measurement.
+        // Measured, silent, unreadable: three different cells.
+        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 4.wav")), QStringLiteral("-20.0 LUFS"));
+        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 1.wav")), QStringLiteral("Silent"));
+        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 3.wav")), QStringLiteral("Unreadable"));
+        // A file that could not be read is not measured again by itself.
+        QVERIFY(!f.vm().hasUnanalyzedFiles());
         f.vm().analyzeQueue();
-        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("Take 3.wav")});
-        QCOMPARE(f.vm().analysisTotal(), 1);
-        f.analyzer->gate.release(QStringLiteral("Take 3.wav"), ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().hasUnanalyzedFiles());
+        QVERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.analyzer->gate.started().size(), 10);
+    }
+
+    void processedFilesKeepTheirOutcomeWhenMoreArrive()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        f.vm().importPaths(f.files({QStringLiteral("Kick.wav"), QStringLiteral("Snare.wav")}));
+        f.vm().process();
+        f.processor->gate.release(QStringLiteral("Kick.wav"), GatedProcessor::writes());
+        f.processor->gate.release(
+            QStringLiteral("Snare.wav"),
+            GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+
+        f.vm().importPaths(f.files({QStringLiteral("Late.wav")}));
+        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("Late.wav")});
+        QCOMPARE(f.statusOf(QStringLiteral("Kick.wav")), ProcessingStatus::Kind::Done);
+        QCOMPARE(f.statusOf(QStringLiteral("Snare.wav")), ProcessingStatus::Kind::Failed);
+        f.analyzer->gate.release(QStringLiteral("Late.wav"), ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.statusOf(QStringLiteral("Snare.wav")), ProcessingStatus::Kind::Failed);
     }
 
     void aSecondImportRunsBesideTheFirst()
@@ -208,7 +234,7 @@ private Q_SLOTS:
         f.vm().cancelProcessing();
     }
 
-    void processingStopsMeasuringUntilTheQueueIsCleared()
+    void measuringStartsAgainAfterARun()
     {
         ControllerFixture f;
         f.setOutputFolder();
@@ -224,20 +250,20 @@ private Q_SLOTS:
         f.vm().cancelProcessing();
         QTRY_VERIFY(f.processor->gate.running().isEmpty());
 
-        // The measuring token stays cancelled: a later import's run stops after
-        // its first three answers, and what it never started waits, unmeasured.
+        // A later import measures again: the new file and those the cancelled
+        // run left unmeasured, none of them stopped before it answers.
         f.vm().importPaths(f.files({QStringLiteral("Late.wav")}));
-        QTRY_COMPARE(f.analyzer->gate.cancelled().size(), 6);
-        QVERIFY(!f.analyzer->gate.started().contains(QStringLiteral("Late.wav")));
-        QVERIFY(!f.item(QStringLiteral("Late.wav")).measurement);
         QVERIFY(f.vm().isAnalyzing());
-        // ...until the queue is cleared.
-        f.vm().clearQueue();
-        QVERIFY(!f.vm().isAnalyzing());
-        f.vm().importPaths(f.files({QStringLiteral("Fresh.wav")}));
-        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("Fresh.wav")});
-        f.analyzer->gate.release(QStringLiteral("Fresh.wav"), ControllerFixture::measured());
-        QTRY_VERIFY(f.item(QStringLiteral("Fresh.wav")).measurement);
+        QCOMPARE(f.vm().analysisTotal(), 7);
+        for (int i = 1; i <= 6; ++i)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        f.analyzer->gate.release(QStringLiteral("Late.wav"), ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QVERIFY(f.item(QStringLiteral("Late.wav")).measurement);
+        QCOMPARE(f.analyzer->gate.cancelled().size(), 3);
+        for (const AudioFileItem &item : f.vm().queue())
+            QCOMPARE(item.status.kind(), ProcessingStatus::Kind::Ready);
     }
 
     void destinationsKeepFoldersAndNeverCollide()
