@@ -53,6 +53,8 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
     });
     connect(&m_processing, &ProcessingRun::runStarted, this, [this] {
         setCompletionSummary(std::nullopt);
+        // A report error belongs to the run it was about.
+        setReportError(std::nullopt);
         setScreenState(AppScreenState::Processing);
     });
     connect(&m_processing, &ProcessingRun::jobStarted, this,
@@ -330,7 +332,21 @@ void MainViewModel::applyMeasurement(const AnalysisRun::Result &result)
 
 void MainViewModel::process()
 {
-    const QList<QUuid> targets = effectiveTargetIDs();
+    processItems(effectiveTargetIDs());
+}
+
+void MainViewModel::retryFailed()
+{
+    QList<QUuid> failed;
+    for (const AudioFileItem &item : queue()) {
+        if (item.status.kind() == ProcessingStatus::Kind::Failed)
+            failed.append(item.id);
+    }
+    processItems(failed);
+}
+
+void MainViewModel::processItems(const QList<QUuid> &targets)
+{
     if (targets.isEmpty() || !m_settings.outputFolder || m_installationProblem ||
         m_screenState == AppScreenState::Processing)
         return;
@@ -397,9 +413,31 @@ void MainViewModel::cancelProcessing()
 void MainViewModel::startNewBatch()
 {
     clearQueue();
-    setCompletionSummary(std::nullopt);
+    backToQueue();
     m_processing.clearCount();
-    setScreenState(AppScreenState::Idle);
+}
+
+void MainViewModel::backToQueue()
+{
+    setCompletionSummary(std::nullopt);
+    setReportError(std::nullopt);
+    if (m_screenState == AppScreenState::Completed)
+        setScreenState(AppScreenState::Idle);
+}
+
+QVariantList MainViewModel::failures() const
+{
+    QVariantList failed;
+    if (!m_completionSummary)
+        return failed;
+    for (const ProcessingRun::Job &job : m_processing.jobs()) {
+        const AudioFileItem *item = m_queue.find(job.item.id);
+        if (item && item->status.kind() == ProcessingStatus::Kind::Failed)
+            failed.append(
+                QVariantMap{{QStringLiteral("fileName"), displayedPath(item->relativePath)},
+                            {QStringLiteral("message"), item->status.message()}});
+    }
+    return failed;
 }
 
 // ---- after a run --------------------------------------------------------------------------------
@@ -410,8 +448,11 @@ void MainViewModel::exportReport()
                                        [](const AudioFileItem &item) { return item.result; });
     if (!anyResult)
         return;
+    // Proposed in the output folder, beside what the run wrote.
+    const QString name = QStringLiteral("Tonbrook Report.csv");
     const auto path = m_services.panelPresenter->presentSavePanel(
-        QStringLiteral("Tonbrook Report.csv"), QStringLiteral("csv"));
+        m_settings.outputFolder ? *m_settings.outputFolder + u'/' + name : name,
+        QStringLiteral("csv"));
     if (path)
         setReportError(ReportExport::write(*path, queue()));
 }

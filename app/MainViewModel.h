@@ -13,6 +13,7 @@
 #include <QObject>
 #include <QThreadPool>
 #include <QUrl>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
@@ -41,6 +42,7 @@ class MainViewModel : public QObject
     Q_PROPERTY(bool hasCompletionSummary READ hasCompletionSummary NOTIFY completionSummaryChanged)
     Q_PROPERTY(CompletionSummary completionSummary READ completionSummaryValue NOTIFY
                    completionSummaryChanged)
+    Q_PROPERTY(QVariantList failures READ failures NOTIFY completionSummaryChanged)
     Q_PROPERTY(bool isAnalyzing READ isAnalyzing NOTIFY analysisChanged)
     Q_PROPERTY(int analysisDone READ analysisDone NOTIFY analysisChanged)
     Q_PROPERTY(int analysisTotal READ analysisTotal NOTIFY analysisChanged)
@@ -129,6 +131,12 @@ public:
     Q_INVOKABLE void process();
     Q_INVOKABLE void cancelProcessing();
     Q_INVOKABLE void startNewBatch();
+    // From the completion screen back to the queue, every result kept in its row.
+    Q_INVOKABLE void backToQueue();
+    // Processes again the files whose processing failed.
+    Q_INVOKABLE void retryFailed();
+    // The last run's failed files, each {fileName, message}, in queue order.
+    QVariantList failures() const;
     Q_INVOKABLE void exportReport();
     // Why the report may not go to this path (an audio file, a queued source); absent when it may.
     std::optional<QString> reportPathRefusal(const QString &path) const;
@@ -180,6 +188,7 @@ private:
     };
 
     void revalidateOutputFolder();
+    void processItems(const QList<QUuid> &targets);
     void applyMeasurement(const AnalysisRun::Result &result);
     void applyJobOutput(const ProcessingRun::Job &job, const JobOutput &output, bool cancelled);
     void finishRun(bool cancelled);

@@ -20,7 +20,8 @@ public:
     virtual QStringList presentFolderPanel() = 0;
     // One folder, which may be created in the dialog.
     virtual std::optional<QString> presentDestinationFolderPanel() = 0;
-    // A file to save, proposed as `defaultName`, with the one extension.
+    // A file to save, proposed as `defaultName` (a bare name, or a full path
+    // whose folder the dialog opens in), with the one extension.
     virtual std::optional<QString> presentSavePanel(const QString &defaultName,
                                                     const QString &allowedExtension) = 0;
 };

@@ -344,6 +344,10 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "Unreadable"), false};
     case L::LoudnessUnreadableTip:
         return {QT_TRANSLATE_NOOP("L", "The file could not be read to measure it"), false};
+    case L::BackToQueue:
+        return {QT_TRANSLATE_NOOP("L", "Back to Queue"), false};
+    case L::RetryFailed:
+        return {QT_TRANSLATE_NOOP("L", "Retry Failed"), false};
     }
     return {"", false};
 }

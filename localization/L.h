@@ -159,6 +159,8 @@ public:
         LoudnessSilentTip,
         LoudnessUnreadable,
         LoudnessUnreadableTip,
+        BackToQueue,
+        RetryFailed,
     };
     Q_ENUM(Text)
 

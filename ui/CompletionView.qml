@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -14,7 +15,11 @@ Item {
     property completionSummary summary
     property bool canRevealOutputFolder: false
     property string reportError
+    // The run's failed files, each {fileName, message}.
+    property var failures: []
 
+    signal backToQueue
+    signal retryFailed
     signal revealOutputFolder
     signal exportReport
     signal processNewFiles
@@ -61,6 +66,56 @@ Item {
                 font.pixelSize: 12
                 color: TBTheme.error
                 Layout.alignment: Qt.AlignHCenter
+            }
+        }
+        ListView {
+            id: failureList
+            objectName: "failureList"
+            visible: count > 0
+            model: root.failures
+            clip: true
+            spacing: 6
+            boundsBehavior: Flickable.StopAtBounds
+            Layout.preferredWidth: 560
+            Layout.preferredHeight: Math.min(contentHeight, 180)
+            Layout.alignment: Qt.AlignHCenter
+            ScrollBar.vertical: ScrollBar {
+            }
+            delegate: ColumnLayout {
+                id: failure
+                required property var modelData
+                width: failureList.width - 12
+                spacing: 1
+                Label {
+                    text: failure.modelData.fileName
+                    color: TBTheme.text
+                    font.pixelSize: 12
+                    font.weight: Font.DemiBold
+                    elide: Text.ElideMiddle
+                    Layout.fillWidth: true
+                }
+                Label {
+                    text: failure.modelData.message
+                    color: TBTheme.error
+                    font.pixelSize: 12
+                    wrapMode: Text.Wrap
+                    Layout.fillWidth: true
+                }
+            }
+        }
+        RowLayout {
+            spacing: 10
+            Layout.alignment: Qt.AlignHCenter
+            TBOutlinedButton {
+                objectName: "backToQueueButton"
+                text: L.tr.text(L.BackToQueue)
+                onClicked: root.backToQueue()
+            }
+            TBOutlinedButton {
+                objectName: "retryFailedButton"
+                visible: root.summary.failed > 0
+                text: L.tr.text(L.RetryFailed)
+                onClicked: root.retryFailed()
             }
         }
         RowLayout {

@@ -7,6 +7,7 @@
 #include <QAbstractItemView>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QWindow>
 
@@ -77,7 +78,10 @@ std::unique_ptr<QFileDialog> FilePanelPresenter::makeDialog(Panel panel,
         dialog->setFileMode(QFileDialog::AnyFile);
         dialog->setDefaultSuffix(extension);
         dialog->setNameFilter(extension.toUpper() + QStringLiteral(" (*.") + extension + u')');
-        dialog->selectFile(defaultName);
+        const QFileInfo proposed(defaultName);
+        if (proposed.isAbsolute() && proposed.dir().exists())
+            dialog->setDirectory(proposed.dir());
+        dialog->selectFile(proposed.fileName());
         break;
     }
     }

@@ -198,6 +198,9 @@ ApplicationWindow {
             summary: window.viewModel.completionSummary
             canRevealOutputFolder: window.settings.hasOutputFolder
             reportError: window.viewModel.reportError
+            failures: window.viewModel.failures
+            onBackToQueue: window.viewModel.backToQueue()
+            onRetryFailed: window.viewModel.retryFailed()
             onRevealOutputFolder: window.viewModel.revealOutputFolder()
             onExportReport: window.viewModel.exportReport()
             onProcessNewFiles: window.viewModel.startNewBatch()

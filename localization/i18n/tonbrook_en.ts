@@ -639,5 +639,13 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Queued</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Back to Queue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Retry Failed</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

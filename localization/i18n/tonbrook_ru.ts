@@ -655,5 +655,13 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Queued</source>
         <translation>В очереди</translation>
     </message>
+    <message>
+        <source>Back to Queue</source>
+        <translation>Назад к очереди</translation>
+    </message>
+    <message>
+        <source>Retry Failed</source>
+        <translation>Повторить неудачные</translation>
+    </message>
 </context>
 </TS>

@@ -175,6 +175,8 @@ private Q_SLOTS:
 
         f.vm().exportReport(); // cancelled
         QCOMPARE(f.panels->saveRequests, 1);
+        // Proposed in the output folder.
+        QCOMPARE(f.panels->proposedName, f.dir.filePath(QStringLiteral("out/Tonbrook Report.csv")));
         QCOMPARE(f.vm().reportError(), std::nullopt);
         f.panels->savePath = f.dir.filePath(QStringLiteral("no such folder/report.csv"));
         f.vm().exportReport();

@@ -234,6 +234,55 @@ private Q_SLOTS:
         f.vm().cancelProcessing();
     }
 
+    void afterARunBackRetryAndNoStaleReportError()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        QVERIFY(f.importMeasured(3));
+        f.vm().process();
+        f.processor->gate.release(QStringLiteral("Take 1.wav"), GatedProcessor::writes());
+        f.processor->gate.release(
+            QStringLiteral("Take 2.wav"),
+            GatedProcessor::fails(ProcessingError::sourceMissing(QStringLiteral("Take 2.wav"))));
+        f.processor->gate.release(QStringLiteral("Take 3.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+
+        // The completion screen names each failure and why.
+        const QVariantList failures = f.vm().failures();
+        QCOMPARE(failures.size(), 1);
+        QCOMPARE(failures[0].toMap().value(QStringLiteral("fileName")).toString(),
+                 QStringLiteral("Take 2.wav"));
+        QVERIFY(failures[0]
+                    .toMap()
+                    .value(QStringLiteral("message"))
+                    .toString()
+                    .contains(u"moved or deleted"));
+        f.panels->savePath = f.dir.filePath(QStringLiteral("no such folder/report.csv"));
+        f.vm().exportReport();
+        QVERIFY(f.vm().reportError());
+
+        // Back to the queue: every row keeps its result.
+        f.vm().backToQueue();
+        QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
+        QCOMPARE(f.vm().queue().size(), 3);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Done);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 2.wav")), ProcessingStatus::Kind::Failed);
+        QVERIFY(!f.vm().reportError());
+
+        // Retry takes only the failed file; the next completion has no old report error.
+        f.vm().exportReport();
+        QVERIFY(f.vm().reportError());
+        f.vm().retryFailed();
+        QVERIFY(!f.vm().reportError());
+        QTRY_COMPARE(f.processor->gate.running(), QStringList{QStringLiteral("Take 2.wav")});
+        QCOMPARE(f.vm().runTotal(), 1);
+        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+        QCOMPARE(f.statusOf(QStringLiteral("Take 2.wav")), ProcessingStatus::Kind::Done);
+        QVERIFY(f.vm().failures().isEmpty());
+        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Done);
+    }
+
     void measuringStartsAgainAfterARun()
     {
         ControllerFixture f;

@@ -15,13 +15,15 @@ public:
     std::optional<QString> destination;
     std::optional<QString> savePath;
     int saveRequests = 0;
+    QString proposedName;
 
     QStringList presentFilePanel(const QStringList &) override { return files; }
     QStringList presentFolderPanel() override { return folders; }
     std::optional<QString> presentDestinationFolderPanel() override { return destination; }
-    std::optional<QString> presentSavePanel(const QString &, const QString &) override
+    std::optional<QString> presentSavePanel(const QString &defaultName, const QString &) override
     {
         ++saveRequests;
+        proposedName = defaultName;
         return savePath;
     }
 };
