@@ -9,7 +9,6 @@
 #include "files/FolderScanner.h"
 #include "files/NoFilePanels.h"
 #include "files/OutputPathService.h"
-#include "files/UserPreferences.h"
 
 std::shared_ptr<const FileImporting> AppServices::standardImport()
 {
@@ -38,9 +37,4 @@ std::shared_ptr<const LoudnessProcessing> AppServices::bundledProcessing()
     return std::make_shared<LoudnessProcessingService>(
         std::make_shared<FFmpegRunner>(ffmpeg),
         std::make_shared<LoudnessAnalysisService>(std::make_shared<FFmpegRunner>(ffmpeg)));
-}
-
-OutputFolderBookmarkStore AppServices::userPreferences()
-{
-    return OutputFolderBookmarkStore(std::shared_ptr<QSettings>(UserPreferences::open()));
 }

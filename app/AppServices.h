@@ -9,6 +9,7 @@
 #include "files/FilePanelPresenting.h"
 #include "files/OutputFolderBookmarkStore.h"
 #include "files/OutputPathResolving.h"
+#include "files/SettingsStore.h"
 
 #include <memory>
 
@@ -16,9 +17,9 @@
 // application's own (the folder scanner, the bundled ffmpeg); a front end or a
 // test names only what it replaces:
 //     AppServices{.panelPresenter = panels, .analysisService = analyzer}
-// Two defaults do nothing on purpose: the output folder is remembered only in
-// a store given here (userPreferences() for the window), and without a
-// revealer or a support window nothing opens.
+// Some defaults do nothing on purpose: the output folder and the settings are
+// remembered only in stores given here (the window gives the user's
+// preferences file), and without a revealer or a support window nothing opens.
 struct AppServices
 {
     std::shared_ptr<const FileImporting> importService = standardImport();
@@ -26,6 +27,7 @@ struct AppServices
     std::shared_ptr<FilePanelPresenting> panelPresenter = noPanels();
     std::shared_ptr<const OutputPathResolving> outputPathService = standardOutputPaths();
     OutputFolderBookmarkStore bookmarkStore{nullptr};
+    SettingsStore settingsStore{nullptr};
     std::shared_ptr<const LoudnessAnalyzing> analysisService = bundledAnalysis();
     std::shared_ptr<const LoudnessProcessing> processingService = bundledProcessing();
     std::shared_ptr<SupportPresenting> supportPresenter;
@@ -37,6 +39,4 @@ struct AppServices
     // Measuring and processing with the bundled ffmpeg, each on runners of its own.
     static std::shared_ptr<const LoudnessAnalyzing> bundledAnalysis();
     static std::shared_ptr<const LoudnessProcessing> bundledProcessing();
-    // The output folder the window remembers, in the user's preferences file.
-    static OutputFolderBookmarkStore userPreferences();
 };

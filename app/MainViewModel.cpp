@@ -35,6 +35,7 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
 {
+    m_settings = m_services.settingsStore.restore(m_settings);
     m_queue.setOutputMode(m_settings.outputFormatMode);
     m_pool.setMaxThreadCount(4 * maxParallelJobs);
 
@@ -83,6 +84,7 @@ void MainViewModel::setSettings(const ProcessingSettings &settings)
         return;
     const bool folderChanged = settings.outputFolder != m_settings.outputFolder;
     m_settings = settings;
+    m_services.settingsStore.save(m_settings);
     m_queue.setOutputMode(m_settings.outputFormatMode);
     if (folderChanged)
         revalidateOutputFolder();

@@ -12,7 +12,8 @@
 
 TonbrookApp::TonbrookApp(MainViewModel::Services services, LanguageManager &language,
                          const QStringList &initialPaths, ResourceLocator resources)
-    : m_viewModel(std::make_unique<MainViewModel>(std::move(services)))
+    : m_settingsStore(services.settingsStore)
+    , m_viewModel(std::make_unique<MainViewModel>(std::move(services)))
     , m_settings(std::make_unique<SettingsModel>(*m_viewModel))
     , m_licenses(std::make_unique<LicenseListModel>(std::move(resources)))
     , m_context(std::make_unique<AppContext>(*m_viewModel, *m_settings, *m_licenses, language))
@@ -28,6 +29,8 @@ TonbrookApp::TonbrookApp(MainViewModel::Services services, LanguageManager &lang
     // Modules are found in the resources, wherever the executable is installed.
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     m_engine.load(QUrl(QStringLiteral("qrc:/Tonbrook/Ui/Main.qml")));
+    if (QQuickWindow *main = window(); main && m_settingsStore.windowSize())
+        main->resize(m_settingsStore.windowSize()->expandedTo(main->minimumSize()));
 
     if (!initialPaths.isEmpty()) {
         QTimer::singleShot(0, m_viewModel.get(), [viewModel = m_viewModel.get(), initialPaths] {
@@ -38,6 +41,8 @@ TonbrookApp::TonbrookApp(MainViewModel::Services services, LanguageManager &lang
 
 TonbrookApp::~TonbrookApp()
 {
+    if (const QQuickWindow *main = window())
+        m_settingsStore.saveWindowSize(main->size());
     // The window goes before the objects it binds to.
     const QList<QObject *> roots = m_engine.rootObjects();
     for (QObject *root : roots)

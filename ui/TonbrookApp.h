@@ -3,6 +3,7 @@
 
 #include "app/MainViewModel.h"
 #include "engine/ResourceLocator.h"
+#include "files/SettingsStore.h"
 
 #include <QQmlApplicationEngine>
 
@@ -30,6 +31,7 @@ public:
     QQuickWindow *window() const;
 
 private:
+    SettingsStore m_settingsStore;
     std::unique_ptr<MainViewModel> m_viewModel;
     std::unique_ptr<SettingsModel> m_settings;
     std::unique_ptr<LicenseListModel> m_licenses;

@@ -85,8 +85,11 @@ int main(int argc, char *argv[])
 
     auto support = std::make_shared<SupportWindowPresenter>();
     LanguageManager language(UserPreferences::open(), QLocale::system().uiLanguages());
+    // The output folder, the settings and the window's size, as the user left them.
+    const std::shared_ptr<QSettings> preferences(UserPreferences::open());
     TonbrookApp tonbrook(AppServices{.panelPresenter = std::make_shared<FilePanelPresenter>(),
-                                     .bookmarkStore = AppServices::userPreferences(),
+                                     .bookmarkStore = OutputFolderBookmarkStore(preferences),
+                                     .settingsStore = SettingsStore(preferences),
                                      .supportPresenter = support,
                                      .revealer = std::make_shared<DesktopRevealer>()},
                          language, paths);

@@ -137,11 +137,18 @@ private Q_SLOTS:
         m_analyzer = std::make_shared<GatedAnalyzer>();
         m_processor = std::make_shared<GatedProcessor>();
         m_panels = std::make_shared<CountingPanels>();
+        launch();
+    }
+
+    // The window on the stand-ins, with the preferences file of this test.
+    void launch()
+    {
         auto preferences = std::make_shared<QSettings>(m_dir->filePath(QStringLiteral("p.ini")),
                                                        QSettings::IniFormat);
         m_app = std::make_unique<TonbrookApp>(
             AppServices{.panelPresenter = m_panels,
                         .bookmarkStore = OutputFolderBookmarkStore(preferences),
+                        .settingsStore = SettingsStore(preferences),
                         .analysisService = m_analyzer,
                         .processingService = m_processor},
             m_language.manager(), QStringList(),
@@ -283,6 +290,26 @@ private Q_SLOTS:
                      .toString(),
                  QStringLiteral("Готов"));
         QCOMPARE(item("importNotice")->property("text").toString(), QStringLiteral("1 добавлено"));
+    }
+
+    void theNextLaunchStartsWhereTheUserLeft()
+    {
+        // Chosen through what the panels call.
+        AppContext *context = AppContext::create(nullptr, &m_app->engine());
+        QVERIFY(context);
+        context->settings()->setPresetIndex(4); // podcast
+        context->settings()->setFormatIndex(3);
+        context->settings()->setBitDepthIndex(2);
+        context->settings()->setTruePeakCeiling(-2.0);
+        window()->resize(1300, 860);
+        QTRY_COMPARE(window()->size(), QSize(1300, 860));
+        const ProcessingSettings chosen = vm().settings();
+
+        m_app.reset();
+        launch();
+        QCOMPARE(vm().settings(), chosen);
+        QCOMPARE(vm().settings().selectedPreset.id, QStringLiteral("podcast"));
+        QCOMPARE(window()->size(), QSize(1300, 860));
     }
 
     void languageMenuSetsTheChoice()
