@@ -187,7 +187,7 @@ void MainViewModel::importPaths(const QStringList &paths)
     ImportSummary summary = m_services.importService->importPaths(paths, queue());
     m_lastImport = ImportCounts{.added = static_cast<int>(summary.items.size()),
                                 .duplicates = summary.duplicateCount,
-                                .unsupported = summary.unsupportedCount};
+                                .unsupported = summary.unsupportedFormats};
     m_queue.append(summary.items);
     setImportNotice(
         L::importNotice(m_lastImport->added, m_lastImport->duplicates, m_lastImport->unsupported));

@@ -184,7 +184,7 @@ private:
     {
         int added = 0;
         int duplicates = 0;
-        int unsupported = 0;
+        QMap<QString, int> unsupported;
     };
 
     void revalidateOutputFolder();

@@ -41,10 +41,15 @@ ImportSummary FileImportService::importPaths(const QStringList &paths,
 
     // The same file given twice (alone and inside a dropped folder, say)
     // becomes one item: the key set grows as items are added.
+    const auto unsupported = [&summary](const QString &name) {
+        ++summary.unsupportedCount;
+        const qsizetype dot = name.lastIndexOf(u'.');
+        ++summary.unsupportedFormats[dot > 0 ? name.mid(dot + 1).toLower() : QString()];
+    };
     const auto take = [&](const QString &path, const QString &relativePath) {
         const auto format = SourceAudioFormats::fromFileName(lastComponent(path));
         if (!format) {
-            ++summary.unsupportedCount;
+            unsupported(lastComponent(path));
             return;
         }
         const QString key = standardizedPath(path);
@@ -60,9 +65,14 @@ ImportSummary FileImportService::importPaths(const QStringList &paths,
         struct stat info
         {};
         if (path.isEmpty() || ::stat(encodedPath(path).constData(), &info) != 0) {
-            ++summary.unsupportedCount;
+            unsupported(QString());
         } else if (S_ISDIR(info.st_mode)) {
-            const QList<ScannedAudioFile> scanned = m_folderScanner->scanFolder(path);
+            QMap<QString, int> skipped;
+            const QList<ScannedAudioFile> scanned = m_folderScanner->scanFolder(path, &skipped);
+            for (auto format = skipped.cbegin(); format != skipped.cend(); ++format) {
+                summary.unsupportedCount += format.value();
+                summary.unsupportedFormats[format.key()] += format.value();
+            }
             summary.items.reserve(summary.items.size() + scanned.size());
             for (const ScannedAudioFile &file : scanned)
                 take(file.url, file.relativePath);
@@ -71,7 +81,7 @@ ImportSummary FileImportService::importPaths(const QStringList &paths,
         } else {
             // A pipe, socket or device named like audio would block the
             // reader that opens it: it is no audio file.
-            ++summary.unsupportedCount;
+            unsupported(QString());
         }
     }
     return summary;

@@ -13,7 +13,7 @@ public:
     explicit FileImportService(std::shared_ptr<const FolderScanning> folderScanner);
 
     ImportSummary importPaths(const QStringList &paths,
-                             const QList<AudioFileItem> &existing) const override;
+                              const QList<AudioFileItem> &existing) const override;
 
 private:
     std::shared_ptr<const FolderScanning> m_folderScanner;

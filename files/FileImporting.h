@@ -14,5 +14,5 @@ public:
     // into new queue items, skipping unsupported entries and files already in
     // `existing` or earlier in the same import. Never fails.
     virtual ImportSummary importPaths(const QStringList &paths,
-                                     const QList<AudioFileItem> &existing) const = 0;
+                                      const QList<AudioFileItem> &existing) const = 0;
 };

@@ -22,6 +22,13 @@ struct Found
     QByteArray relativePath; // file-system bytes, "/"-joined
 };
 
+// What a walk finds: supported audio, and other audio counted by extension.
+struct Walk
+{
+    std::vector<Found> found;
+    QMap<QString, int> *skipped = nullptr;
+};
+
 // Extension check on raw bytes first: most names in a big tree are not audio,
 // and a QString is made only for those that are.
 bool hasAudioExtension(const char *name)
@@ -53,7 +60,7 @@ unsigned char entryType(int directoryFd, const dirent *entry)
 // treats as equal ("a.wav", "A.wav") come out the same way on every file
 // system. A folder is closed before its sub-folders are opened, so depth
 // costs no file descriptors.
-void walk(const QByteArray &path, const QByteArray &prefix, std::vector<Found> &found)
+void walk(const QByteArray &path, const QByteArray &prefix, Walk &walked)
 {
     const int fd = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (fd < 0)
@@ -76,10 +83,13 @@ void walk(const QByteArray &path, const QByteArray &prefix, std::vector<Found> &
         const QByteArray relative = prefix.isEmpty() ? name : prefix + '/' + name;
         if (type == DT_REG) {
             if (hasAudioExtension(name.constData()))
-                found.push_back({relative});
+                walked.found.push_back({relative});
+            else if (walked.skipped)
+                if (const auto other = FolderScanner::otherAudioExtension(decodedPath(name)))
+                    ++(*walked.skipped)[*other];
         } else if (type == DT_DIR && !FolderScanner::isPackageName(decodedPath(name))) {
             walk(path.endsWith('/') ? QByteArray(path + name) : QByteArray(path + '/' + name),
-                 relative, found);
+                 relative, walked);
         }
     }
 }
@@ -98,12 +108,31 @@ bool FolderScanner::isPackageName(QStringView name)
     return dot > 0 && packages.contains(name.mid(dot + 1).toString().toLower());
 }
 
-QList<ScannedAudioFile> FolderScanner::scanFolder(const QString &folder) const
+std::optional<QString> FolderScanner::otherAudioExtension(QStringView name)
+{
+    // Formats a sound library holds beside those Tonbrook reads.
+    static const QStringList others{
+        QStringLiteral("flac"), QStringLiteral("ogg"), QStringLiteral("oga"),
+        QStringLiteral("opus"), QStringLiteral("aac"), QStringLiteral("wma"),
+        QStringLiteral("ape"),  QStringLiteral("wv"),  QStringLiteral("alac"),
+        QStringLiteral("mka"),  QStringLiteral("w64"), QStringLiteral("dsf"),
+        QStringLiteral("dff"),  QStringLiteral("amr"), QStringLiteral("au"),
+        QStringLiteral("snd"),  QStringLiteral("mp2")};
+    const qsizetype dot = name.lastIndexOf(u'.');
+    if (dot <= 0)
+        return std::nullopt;
+    const QString extension = name.mid(dot + 1).toString().toLower();
+    return others.contains(extension) ? std::optional(extension) : std::nullopt;
+}
+
+QList<ScannedAudioFile> FolderScanner::scanFolder(const QString &folder,
+                                                  QMap<QString, int> *skipped) const
 {
     const QString root = standardizedPath(folder);
     if (root.isEmpty())
         return {};
-    std::vector<Found> found;
+    Walk walked{.skipped = skipped};
+    std::vector<Found> &found = walked.found;
     // The folder itself may be a link the user chose to give; what lies below is not followed.
     QByteArray rootPath = encodedPath(root);
     if (char *real = ::realpath(rootPath.constData(), nullptr)) {
@@ -114,7 +143,7 @@ QList<ScannedAudioFile> FolderScanner::scanFolder(const QString &folder) const
     }
     if (rootPath.isEmpty())
         return {};
-    walk(rootPath, {}, found);
+    walk(rootPath, {}, walked);
 
     QList<ScannedAudioFile> files;
     files.reserve(static_cast<qsizetype>(found.size()));

@@ -4,6 +4,7 @@
 #include "files/ScannedAudioFile.h"
 
 #include <QList>
+#include <QMap>
 
 class FolderScanning
 {
@@ -12,5 +13,8 @@ public:
 
     // Every supported audio file below the folder, in the user's standard
     // order of their relative paths. Never fails: what cannot be read is left out.
-    virtual QList<ScannedAudioFile> scanFolder(const QString &folder) const = 0;
+    // Audio in a format Tonbrook does not read ("flac", "ogg") is counted by
+    // extension into `skipped` when given; other files are simply not audio.
+    virtual QList<ScannedAudioFile> scanFolder(const QString &folder,
+                                               QMap<QString, int> *skipped = nullptr) const = 0;
 };

@@ -4,6 +4,7 @@
 #include "model/AudioFileItem.h"
 
 #include <QList>
+#include <QMap>
 
 // What one import brought: the new items, and how many entries were passed
 // over because they are not supported audio files (or do not exist), or are
@@ -12,5 +13,8 @@ struct ImportSummary
 {
     QList<AudioFileItem> items;
     int unsupportedCount = 0;
+    // The unsupported entries by extension, lower-case ("flac": 3); those
+    // without an extension (and what is no file at all) under "".
+    QMap<QString, int> unsupportedFormats;
     int duplicateCount = 0;
 };

@@ -23,7 +23,8 @@ bool writable(const QString &path)
 
 } // namespace
 
-bool OutputPathService::isInsideSourceTree(const QString &root, const QStringList &sourcePaths) const
+bool OutputPathService::isInsideSourceTree(const QString &root,
+                                           const QStringList &sourcePaths) const
 {
     const QString rootSlash = withSlash(root);
     // A big queue has few distinct folders; each is compared once.

@@ -68,8 +68,6 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "%1 added"), false};
     case L::AlreadyInQueue:
         return {QT_TRANSLATE_NOOP("L", "%1 already in queue"), false};
-    case L::UnsupportedIgnored:
-        return {QT_TRANSLATE_NOOP("L", "%1 unsupported ignored"), false};
     case L::NormalizeLoudness:
         return {QT_TRANSLATE_NOOP("L", "Normalize loudness"), false};
     case L::TruePeakCeiling:
@@ -348,6 +346,10 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "Back to Queue"), false};
     case L::RetryFailed:
         return {QT_TRANSLATE_NOOP("L", "Retry Failed"), false};
+    case L::SkippedUnsupported:
+        return {QT_TRANSLATE_N_NOOP("L", "%n file(s) skipped: unsupported format (%1)"), true};
+    case L::SkippedNotAudio:
+        return {QT_TRANSLATE_N_NOOP("L", "%n item(s) skipped: not audio files"), true};
     }
     return {"", false};
 }
@@ -527,15 +529,25 @@ QStringList L::changeTexts(const ProcessingResult &result)
     return texts;
 }
 
-std::optional<QString> L::importNotice(int added, int duplicates, int unsupported)
+std::optional<QString> L::importNotice(int added, int duplicates,
+                                       const QMap<QString, int> &unsupported)
 {
     QStringList parts;
     if (added > 0)
         parts.append(text(Added, added));
     if (duplicates > 0)
         parts.append(text(AlreadyInQueue, duplicates));
-    if (unsupported > 0)
-        parts.append(text(UnsupportedIgnored, unsupported));
+    int skipped = 0;
+    QStringList formats;
+    for (auto format = unsupported.cbegin(); format != unsupported.cend(); ++format) {
+        skipped += format.value();
+        if (!format.key().isEmpty())
+            formats.append(format.key());
+    }
+    if (skipped > 0)
+        parts.append(formats.isEmpty()
+                         ? text(SkippedNotAudio, skipped)
+                         : text(SkippedUnsupported, skipped, formats.join(QStringLiteral(", "))));
     if (parts.isEmpty())
         return std::nullopt;
     return parts.join(QStringLiteral(" \u00b7 "));

@@ -8,6 +8,7 @@
 #include "model/ProcessingStatus.h"
 #include "model/SampleRateMode.h"
 
+#include <QMap>
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
@@ -54,7 +55,6 @@ public:
         NoOutputFolder,
         Added,
         AlreadyInQueue,
-        UnsupportedIgnored,
         NormalizeLoudness,
         TruePeakCeiling,
         NoFolderSelected,
@@ -161,6 +161,8 @@ public:
         LoudnessUnreadableTip,
         BackToQueue,
         RetryFailed,
+        SkippedUnsupported,
+        SkippedNotAudio,
     };
     Q_ENUM(Text)
 
@@ -192,8 +194,11 @@ public:
     // The sentences saying what the output format's limits changed or dropped
     // in a result, the format named by the written file's extension.
     static QStringList changeTexts(const ProcessingResult &result);
-    // "3 added · 1 already in queue · 2 unsupported ignored"; absent when all are 0.
-    static std::optional<QString> importNotice(int added, int duplicates, int unsupported);
+    // "3 added · 1 already in queue · 2 files skipped: unsupported format (flac)";
+    // absent when nothing was added, found queued or skipped. `unsupported`
+    // counts the skipped entries by extension ("" for those without one).
+    static std::optional<QString> importNotice(int added, int duplicates,
+                                               const QMap<QString, int> &unsupported);
 
 Q_SIGNALS:
     void languageChanged();

@@ -80,6 +80,16 @@ TBCard {
                     onClicked: root.selectFolder()
                 }
             }
+            Label {
+                objectName: "emptyImportNotice"
+                visible: root.importNotice.length > 0
+                text: root.importNotice
+                color: TBTheme.warning
+                font.pixelSize: 12
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
         }
 
         // Something loaded.

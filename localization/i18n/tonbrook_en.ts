@@ -122,10 +122,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 unsupported ignored</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Normalize loudness</source>
         <translation type="unfinished"></translation>
     </message>
@@ -646,6 +642,20 @@ Reading it took far longer than a file of its size should; its header may be wro
     <message>
         <source>Retry Failed</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) skipped: unsupported format (%1)</source>
+        <translation>
+            <numerusform>%n file skipped: unsupported format (%1)</numerusform>
+            <numerusform>%n files skipped: unsupported format (%1)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n item(s) skipped: not audio files</source>
+        <translation>
+            <numerusform>%n item skipped: not an audio file</numerusform>
+            <numerusform>%n items skipped: not audio files</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

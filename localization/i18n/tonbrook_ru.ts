@@ -128,10 +128,6 @@
         <translation>%1 уже в очереди</translation>
     </message>
     <message>
-        <source>%1 unsupported ignored</source>
-        <translation>%1 неподдерживаемых пропущено</translation>
-    </message>
-    <message>
         <source>Normalize loudness</source>
         <translation>Нормализовать громкость</translation>
     </message>
@@ -662,6 +658,22 @@ Reading it took far longer than a file of its size should; its header may be wro
     <message>
         <source>Retry Failed</source>
         <translation>Повторить неудачные</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) skipped: unsupported format (%1)</source>
+        <translation>
+            <numerusform>%n файл пропущен: неподдерживаемый формат (%1)</numerusform>
+            <numerusform>%n файла пропущены: неподдерживаемый формат (%1)</numerusform>
+            <numerusform>%n файлов пропущено: неподдерживаемый формат (%1)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n item(s) skipped: not audio files</source>
+        <translation>
+            <numerusform>%n объект пропущен: не аудиофайл</numerusform>
+            <numerusform>%n объекта пропущены: не аудиофайлы</numerusform>
+            <numerusform>%n объектов пропущено: не аудиофайлы</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -27,7 +27,8 @@ private Q_SLOTS:
                            QStringList{first.first()});
         QCOMPARE(f.vm().importNotice(),
                  std::optional(QStringLiteral(
-                     "3 added \u00b7 1 already in queue \u00b7 2 unsupported ignored")));
+                     "3 added \u00b7 1 already in queue \u00b7 2 files skipped: unsupported "
+                     "format (jpg, txt)")));
         f.vm().importPaths({}); // nothing given: the notice stays
         QVERIFY(f.vm().importNotice());
         f.vm().importPaths({first.last()});
@@ -42,6 +43,48 @@ private Q_SLOTS:
         m_language.manager().setSelection(AppLanguage::Ru);
         f.vm().retranslate();
         QCOMPARE(f.vm().importNotice(), std::optional(QStringLiteral("1 уже в очереди")));
+    }
+
+    void importsThatAddNothingSaySo_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("english");
+        QTest::addColumn<QString>("russian");
+        QTest::newRow("a folder of FLACs")
+            << QStringList{u"Reel/a.flac"_qs, u"Reel/b.FLAC"_qs, u"Reel/c.flac"_qs,
+                           u"Reel/notes.txt"_qs}
+            << u"3 files skipped: unsupported format (flac)"_qs
+            << u"3 файла пропущены: неподдерживаемый формат (flac)"_qs;
+        QTest::newRow("one of two formats")
+            << QStringList{u"Reel/a.ogg"_qs, u"Reel/b.opus"_qs}
+            << u"2 files skipped: unsupported format (ogg, opus)"_qs
+            << u"2 файла пропущены: неподдерживаемый формат (ogg, opus)"_qs;
+        QTest::newRow("a single file")
+            << QStringList{u"Reel/a.wma"_qs} << u"1 file skipped: unsupported format (wma)"_qs
+            << u"1 файл пропущен: неподдерживаемый формат (wma)"_qs;
+        QTest::newRow("21 of them") <<
+            [] {
+                QStringList names;
+                for (int i = 0; i < 21; ++i)
+                    names.append(u"Reel/%1.flac"_qs.arg(i));
+                return names;
+            }() << u"21 files skipped: unsupported format (flac)"_qs
+                                    << u"21 файл пропущен: неподдерживаемый формат (flac)"_qs;
+    }
+
+    void importsThatAddNothingSaySo()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(QString, english);
+        QFETCH(QString, russian);
+        ControllerFixture f;
+        f.files(files);
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("in/Reel"))});
+        QVERIFY(f.vm().queue().isEmpty());
+        QCOMPARE(f.vm().importNotice(), std::optional(english));
+        m_language.manager().setSelection(AppLanguage::Ru);
+        f.vm().retranslate();
+        QCOMPARE(f.vm().importNotice(), std::optional(russian));
     }
 
     void selectionAndTargets()

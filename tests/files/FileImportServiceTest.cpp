@@ -15,7 +15,10 @@ class ScriptedScanner final : public FolderScanning
 {
 public:
     QList<ScannedAudioFile> files;
-    QList<ScannedAudioFile> scanFolder(const QString &) const override { return files; }
+    QList<ScannedAudioFile> scanFolder(const QString &, QMap<QString, int> *) const override
+    {
+        return files;
+    }
 };
 
 } // namespace
@@ -77,8 +80,8 @@ private Q_SLOTS:
                             {file(QStringLiteral("dup/Other.wav")), QStringLiteral("Other.wav")}};
         const ImportSummary again =
             m_service.importPaths({take, m_dir.filePath(QStringLiteral("dup/../dup/Take.wav")),
-                                  m_dir.filePath(QStringLiteral("dup"))},
-                                 first.items);
+                                   m_dir.filePath(QStringLiteral("dup"))},
+                                  first.items);
         QCOMPARE(again.items.size(), 1);
         QCOMPARE(again.items[0].relativePath, QStringLiteral("Other.wav"));
         QCOMPARE(again.duplicateCount, 3);

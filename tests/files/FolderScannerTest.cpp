@@ -149,8 +149,11 @@ private Q_SLOTS:
         QCOMPARE(summary.items.first().relativePath, QStringLiteral("a.mp3"));
         QCOMPARE(summary.items.last().relativePath, QStringLiteral("link to a.mp3"));
         QCOMPARE(summary.duplicateCount, 1 + 3);
-        QCOMPARE(summary.unsupportedCount, 2);
-        // Folders' own notes.txt and cover.jpg were never counted.
+        // The pipe and the dangling link, and the folder's FLAC: audio Tonbrook
+        // does not read. The folder's own notes.txt and cover.jpg are not audio.
+        QCOMPARE(summary.unsupportedCount, 3);
+        QCOMPARE(summary.unsupportedFormats,
+                 (QMap<QString, int>{{QString(), 2}, {QStringLiteral("flac"), 1}}));
     }
 };
 

@@ -83,10 +83,10 @@ private Q_SLOTS:
         QCOMPARE(FileNamingService::uniquePath(out(QStringLiteral("disk/Take.wav")), {}),
                  out(QStringLiteral("disk/Take 3.wav")));
         // A reserved path counts however it is spelled.
-        QCOMPARE(
-            FileNamingService::uniquePath(out(QStringLiteral("disk/New.wav")),
-                                         {standardizedPath(out(QStringLiteral("disk/./New.wav")))}),
-            out(QStringLiteral("disk/New 2.wav")));
+        QCOMPARE(FileNamingService::uniquePath(
+                     out(QStringLiteral("disk/New.wav")),
+                     {standardizedPath(out(QStringLiteral("disk/./New.wav")))}),
+                 out(QStringLiteral("disk/New 2.wav")));
         touch(out(QStringLiteral("disk/README")));
         QCOMPARE(FileNamingService::uniquePath(out(QStringLiteral("disk/README")), {}),
                  out(QStringLiteral("disk/README 2")));

@@ -341,8 +341,6 @@ private Q_SLOTS:
             row("added", L::Added, number + u(" added"), number + u(" добавлено"));
             row("alreadyInQueue", L::AlreadyInQueue, number + u(" already in queue"),
                 number + u(" уже в очереди"));
-            row("unsupportedIgnored", L::UnsupportedIgnored, number + u(" unsupported ignored"),
-                number + u(" неподдерживаемых пропущено"));
             row("processSelected", L::ProcessSelected, u("Process Selected (") + number + u(")"),
                 u("Обработать выбранные (") + number + u(")"));
             const QString total = QString::number(n + 7);

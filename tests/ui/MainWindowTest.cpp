@@ -292,6 +292,17 @@ private Q_SLOTS:
         QCOMPARE(item("importNotice")->property("text").toString(), QStringLiteral("1 добавлено"));
     }
 
+    void anImportThatAddsNothingSaysSoOnAnEmptyQueue()
+    {
+        vm().importPaths(files({QStringLiteral("Reel/a.flac"), QStringLiteral("Reel/b.flac")}));
+        QVERIFY(vm().queue().isEmpty());
+        QQuickItem *notice = item("emptyImportNotice");
+        QVERIFY(notice);
+        QTRY_VERIFY(notice->isVisible());
+        QCOMPARE(notice->property("text").toString(),
+                 QStringLiteral("2 files skipped: unsupported format (flac)"));
+    }
+
     void theNextLaunchStartsWhereTheUserLeft()
     {
         // Chosen through what the panels call.
