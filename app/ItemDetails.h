@@ -18,6 +18,10 @@ struct ItemDetails
     Q_PROPERTY(QString statusMessage MEMBER statusMessage CONSTANT)
     Q_PROPERTY(QString errorDetails MEMBER errorDetails CONSTANT)
     Q_PROPERTY(QString changes MEMBER changes CONSTANT)
+    Q_PROPERTY(QString input MEMBER input CONSTANT)
+    Q_PROPERTY(QString gain MEMBER gain CONSTANT)
+    Q_PROPERTY(QString output MEMBER output CONSTANT)
+    Q_PROPERTY(QString outputPath MEMBER outputPath CONSTANT)
 
 public:
     bool found = false;
@@ -27,4 +31,11 @@ public:
     QString errorDetails;
     // What the encoder's limits changed, a sentence a line.
     QString changes;
+    // The measurement of the source: loudness, true peak, range; empty when unmeasured.
+    QString input;
+    // Once written: the gain applied, the written file's loudness and true
+    // peak, and where it is; empty otherwise.
+    QString gain;
+    QString output;
+    QString outputPath;
 };

@@ -4,6 +4,7 @@
 #include "app/OutputFolderCheck.h"
 #include "app/ReportExport.h"
 #include "localization/L.h"
+#include "model/NumberFormat.h"
 #include "model/StandardPath.h"
 
 #include <algorithm>
@@ -271,12 +272,27 @@ ItemDetails MainViewModel::itemData(const QString &id) const
     const AudioFileItem *item = m_queue.find(QUuid::fromString(id));
     if (!item)
         return {};
-    return {.found = true,
-            .fileName = displayedPath(fileNameOf(item->sourcePath)),
-            .status = item->status.kind(),
-            .statusMessage = item->status.message(),
-            .errorDetails = item->errorDetails.value_or(QString()),
-            .changes = item->result ? L::changeTexts(*item->result).join(u'\n') : QString()};
+    ItemDetails details{.found = true,
+                        .fileName = displayedPath(fileNameOf(item->sourcePath)),
+                        .status = item->status.kind(),
+                        .statusMessage = item->status.message(),
+                        .errorDetails = item->errorDetails.value_or(QString())};
+    const auto figure = [](double value) { return NumberFormat::fixed(value, 1); };
+    if (const auto &measured = item->measurement; measured && item->measuredLUFS)
+        details.input = L::text(L::MeasurementFigures, figure(*item->measuredLUFS),
+                                figure(measured->inputTP), figure(measured->inputLRA));
+    const auto &result = item->result;
+    if (!result)
+        return details;
+    details.changes = L::changeTexts(*result).join(u'\n');
+    if (result->appliedGain)
+        details.gain = NumberFormat::signedFixed(*result->appliedGain, 1) + QStringLiteral(" dB");
+    if (result->finalLUFS && result->truePeak)
+        details.output =
+            L::text(L::OutputFigures, figure(*result->finalLUFS), figure(*result->truePeak));
+    if (item->writtenPath)
+        details.outputPath = displayedPath(*item->writtenPath);
+    return details;
 }
 
 void MainViewModel::setStatus(const ProcessingStatus &status, const QUuid &id)
@@ -376,7 +392,12 @@ void MainViewModel::applyJobOutput(const ProcessingRun::Job &job, const JobOutpu
         stopForInstallationFault(*change.installationFault);
         return;
     }
-    const bool updated = m_queue.update(job.item.id, [&change](AudioFileItem &item) {
+    std::optional<QString> written;
+    if (const auto *result = std::get_if<ProcessingResult>(&output))
+        written =
+            job.destination.left(job.destination.lastIndexOf(u'/') + 1) + result->outputFileName;
+    const bool updated = m_queue.update(job.item.id, [&change, &written](AudioFileItem &item) {
+        item.writtenPath = written;
         item.status = change.status;
         item.result = change.result;
         item.errorDetails = change.errorDetails;

@@ -43,6 +43,11 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
     case LoudnessTextRole:
         switch (loudnessStateOf(item)) {
         case LoudnessState::Measured:
+            // Once written: what it was and what the written file measures.
+            if (item.result && item.result->finalLUFS)
+                return QString(
+                    NumberFormat::fixed(*item.measuredLUFS, 1) + QStringLiteral(" \u2192 ") +
+                    NumberFormat::fixed(*item.result->finalLUFS, 1) + QStringLiteral(" LUFS"));
             return QString(NumberFormat::fixed(*item.measuredLUFS, 1) + QStringLiteral(" LUFS"));
         case LoudnessState::Silent:
             return L::text(L::LoudnessSilent);
@@ -54,6 +59,11 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
         return QStringLiteral("\u2014");
     case LoudnessStateRole:
         return QVariant::fromValue(loudnessStateOf(item));
+    case GainTextRole:
+        return item.result && item.result->appliedGain
+                   ? QString(NumberFormat::signedFixed(*item.result->appliedGain, 1) +
+                             QStringLiteral(" dB"))
+                   : QString();
     case OutputLabelRole:
         return outputLabel(item, m_outputMode);
     case StatusRole:
@@ -82,6 +92,7 @@ QHash<int, QByteArray> QueueModel::roleNames() const
             {SourceLabelRole, "sourceLabel"},
             {LoudnessTextRole, "loudnessText"},
             {LoudnessStateRole, "loudnessState"},
+            {GainTextRole, "gainText"},
             {OutputLabelRole, "outputLabel"},
             {StatusRole, "status"},
             {StatusTextRole, "statusText"},

@@ -29,6 +29,7 @@ public:
         SourceLabelRole,
         LoudnessTextRole,
         LoudnessStateRole, // LoudnessState
+        GainTextRole,      // "+5.5 dB" once written, else empty
         OutputLabelRole,
         StatusRole,        // ProcessingStatus::Kind
         StatusTextRole,    // the badge's word in the interface language

@@ -346,6 +346,20 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "Back to Queue"), false};
     case L::RetryFailed:
         return {QT_TRANSLATE_NOOP("L", "Retry Failed"), false};
+    case L::ColumnGain:
+        return {QT_TRANSLATE_NOOP("L", "GAIN"), false};
+    case L::ResultInput:
+        return {QT_TRANSLATE_NOOP("L", "Input"), false};
+    case L::ResultGain:
+        return {QT_TRANSLATE_NOOP("L", "Gain"), false};
+    case L::ResultOutput:
+        return {QT_TRANSLATE_NOOP("L", "Output"), false};
+    case L::ResultWrittenTo:
+        return {QT_TRANSLATE_NOOP("L", "Written to"), false};
+    case L::MeasurementFigures:
+        return {QT_TRANSLATE_NOOP("L", "%1 LUFS \u00b7 %2 dBTP \u00b7 range %3 LU"), false};
+    case L::OutputFigures:
+        return {QT_TRANSLATE_NOOP("L", "%1 LUFS \u00b7 %2 dBTP"), false};
     case L::SkippedUnsupported:
         return {QT_TRANSLATE_N_NOOP("L", "%n file(s) skipped: unsupported format (%1)"), true};
     case L::SkippedNotAudio:

@@ -163,6 +163,15 @@ public:
         RetryFailed,
         SkippedUnsupported,
         SkippedNotAudio,
+        ColumnGain,
+        ResultInput,
+        ResultGain,
+        ResultOutput,
+        ResultWrittenTo,
+        // "-21.5 LUFS · -3.2 dBTP · range 6.1 LU"
+        MeasurementFigures,
+        // "-16.0 LUFS · -1.0 dBTP"
+        OutputFigures,
     };
     Q_ENUM(Text)
 

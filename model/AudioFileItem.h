@@ -36,6 +36,8 @@ struct AudioFileItem
     // The source as it was when `measurement` was taken: a file changed since
     // is measured again before it is written.
     std::optional<FileStamp> measuredStamp;
+    // Where the last run wrote the file (the name actually written).
+    std::optional<QString> writtenPath;
     // The last attempt to measure the file could not read it.
     bool unreadable = false;
 

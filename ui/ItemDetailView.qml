@@ -17,13 +17,18 @@ TBSheet {
     property string errorDetails
     // What the output format's limits changed, a sentence a line.
     property string changes
+    // The measured source, and what was written: figures as the controller gives them.
+    property string input
+    property string gain
+    property string output
+    property string outputPath
     property bool showDetails: false
 
     readonly property bool hasDetails: errorDetails.length > 0
 
     objectName: "itemDetailSheet"
     width: 460
-    height: (hasDetails ? 360 : 200) + (changes.length > 0 ? 40 : 0)
+    height: (hasDetails ? 360 : 200) + (changes.length > 0 ? 40 : 0) + (input.length > 0 ? 24 : 0) + (output.length > 0 ? 72 : 0)
     padding: 18
     onAboutToShow: showDetails = false
 
@@ -56,6 +61,74 @@ TBSheet {
             color: TBTheme.text
             wrapMode: Text.Wrap
             Layout.fillWidth: true
+        }
+        GridLayout {
+            objectName: "detailFigures"
+            visible: root.input.length > 0 || root.output.length > 0
+            columns: 2
+            columnSpacing: 12
+            rowSpacing: 4
+            Layout.fillWidth: true
+            Label {
+                visible: root.input.length > 0
+                text: L.tr.text(L.ResultInput)
+                color: TBTheme.muted
+                font.pixelSize: 12
+            }
+            Label {
+                objectName: "detailInput"
+                visible: root.input.length > 0
+                text: root.input
+                color: TBTheme.text
+                font.pixelSize: 12
+                font.family: "monospace"
+                Layout.fillWidth: true
+            }
+            Label {
+                visible: root.gain.length > 0
+                text: L.tr.text(L.ResultGain)
+                color: TBTheme.muted
+                font.pixelSize: 12
+            }
+            Label {
+                objectName: "detailGain"
+                visible: root.gain.length > 0
+                text: root.gain
+                color: TBTheme.text
+                font.pixelSize: 12
+                font.family: "monospace"
+                Layout.fillWidth: true
+            }
+            Label {
+                visible: root.output.length > 0
+                text: L.tr.text(L.ResultOutput)
+                color: TBTheme.muted
+                font.pixelSize: 12
+            }
+            Label {
+                objectName: "detailOutput"
+                visible: root.output.length > 0
+                text: root.output
+                color: TBTheme.text
+                font.pixelSize: 12
+                font.family: "monospace"
+                Layout.fillWidth: true
+            }
+            Label {
+                visible: root.outputPath.length > 0
+                text: L.tr.text(L.ResultWrittenTo)
+                color: TBTheme.muted
+                font.pixelSize: 12
+            }
+            Label {
+                objectName: "detailOutputPath"
+                visible: root.outputPath.length > 0
+                text: root.outputPath
+                color: TBTheme.text
+                font.pixelSize: 12
+                elide: Text.ElideMiddle
+                Layout.fillWidth: true
+            }
         }
         Label {
             objectName: "detailChanges"

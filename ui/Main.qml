@@ -25,6 +25,10 @@ ApplicationWindow {
         detailSheet.statusMessage = item.statusMessage;
         detailSheet.errorDetails = item.errorDetails;
         detailSheet.changes = item.changes;
+        detailSheet.input = item.input;
+        detailSheet.gain = item.gain;
+        detailSheet.output = item.output;
+        detailSheet.outputPath = item.outputPath;
         detailSheet.open();
     }
 

@@ -20,6 +20,7 @@ Rectangle {
     required property string sourceLabel
     required property string loudnessText
     required property int loudnessState
+    required property string gainText
     required property string outputLabel
     required property int status
     required property string statusMessage
@@ -73,7 +74,7 @@ Rectangle {
             text: root.sourceLabel
             color: TBTheme.muted
             font.pixelSize: 12
-            Layout.preferredWidth: 78
+            Layout.preferredWidth: 66
         }
         Label {
             objectName: "rowLoudness"
@@ -82,7 +83,8 @@ Rectangle {
             font.pixelSize: 12
             font.family: "monospace"
             font.italic: root.loudnessState === QueueModel.Silent
-            Layout.preferredWidth: 92
+            elide: Text.ElideRight
+            Layout.preferredWidth: 134
             HoverHandler {
                 id: loudnessHover
             }
@@ -90,6 +92,14 @@ Rectangle {
                 visible: loudnessHover.hovered && root.loudnessState !== QueueModel.Measured
                 text: root.loudnessState === QueueModel.Silent ? L.tr.text(L.LoudnessSilentTip) : root.loudnessState === QueueModel.Unreadable ? L.tr.text(L.LoudnessUnreadableTip) : L.tr.text(L.LoudnessNotMeasured)
             }
+        }
+        Label {
+            objectName: "rowGain"
+            text: root.gainText
+            color: TBTheme.text
+            font.pixelSize: 12
+            font.family: "monospace"
+            Layout.preferredWidth: 58
         }
         Label {
             text: root.outputLabel

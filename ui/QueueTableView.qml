@@ -51,11 +51,15 @@ TBCard {
                 }
                 TBSectionLabel {
                     text: L.tr.text(L.ColumnSource)
-                    Layout.preferredWidth: 78
+                    Layout.preferredWidth: 66
                 }
                 TBSectionLabel {
                     text: L.tr.text(L.ColumnLoudness)
-                    Layout.preferredWidth: 92
+                    Layout.preferredWidth: 134
+                }
+                TBSectionLabel {
+                    text: L.tr.text(L.ColumnGain)
+                    Layout.preferredWidth: 58
                 }
                 TBSectionLabel {
                     text: L.tr.text(L.ColumnOutput)

@@ -657,5 +657,33 @@ Reading it took far longer than a file of its size should; its header may be wro
             <numerusform>%n items skipped: not audio files</numerusform>
         </translation>
     </message>
+    <message>
+        <source>GAIN</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Gain</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Written to</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 LUFS · %2 dBTP · range %3 LU</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 LUFS · %2 dBTP</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -675,5 +675,33 @@ Reading it took far longer than a file of its size should; its header may be wro
             <numerusform>%n объектов пропущено: не аудиофайлы</numerusform>
         </translation>
     </message>
+    <message>
+        <source>GAIN</source>
+        <translation>УСИЛЕНИЕ</translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation>Источник</translation>
+    </message>
+    <message>
+        <source>Gain</source>
+        <translation>Усиление</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Результат</translation>
+    </message>
+    <message>
+        <source>Written to</source>
+        <translation>Записан в</translation>
+    </message>
+    <message>
+        <source>%1 LUFS · %2 dBTP · range %3 LU</source>
+        <translation>%1 LUFS · %2 dBTP · диапазон %3 LU</translation>
+    </message>
+    <message>
+        <source>%1 LUFS · %2 dBTP</source>
+        <translation>%1 LUFS · %2 dBTP</translation>
+    </message>
 </context>
 </TS>

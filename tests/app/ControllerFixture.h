@@ -91,14 +91,18 @@ public:
         return item(fileName).status.kind();
     }
 
-    // What the queue's LOUDNESS cell says of a file.
-    QString loudnessTextOf(const QString &fileName) const
+    // What a queue cell says of a file.
+    QString cellOf(const QString &fileName, QueueModel::Role role) const
     {
         const auto row = controller->queueModel()->rowOf(idOf(fileName));
         return row ? controller->queueModel()
-                         ->data(controller->queueModel()->index(*row), QueueModel::LoudnessTextRole)
+                         ->data(controller->queueModel()->index(*row), role)
                          .toString()
                    : QString();
+    }
+    QString loudnessTextOf(const QString &fileName) const
+    {
+        return cellOf(fileName, QueueModel::LoudnessTextRole);
     }
 
     void setOutputFolder()

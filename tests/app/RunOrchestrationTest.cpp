@@ -283,6 +283,39 @@ private Q_SLOTS:
         QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Done);
     }
 
+    void resultsShowInTheRowsAndTheDetails()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        QVERIFY(f.importMeasured(2));
+        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 1.wav")), QStringLiteral("-20.0 LUFS"));
+        QCOMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::GainTextRole), QString());
+        f.vm().process();
+        f.processor->gate.release(QStringLiteral("Take 1.wav"), GatedProcessor::writes());
+        f.processor->gate.release(
+            QStringLiteral("Take 2.wav"),
+            GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+
+        // The stand-in writes -20.0 -> -14.0 LUFS with +6.0 dB, peak -1.0 dBTP.
+        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 1.wav")),
+                 QStringLiteral("-20.0 \u2192 -14.0 LUFS"));
+        QCOMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::GainTextRole),
+                 QStringLiteral("+6.0 dB"));
+        const ItemDetails written =
+            f.vm().itemData(f.idOf(QStringLiteral("Take 1.wav")).toString());
+        QCOMPARE(written.input, QStringLiteral("-20.0 LUFS \u00b7 -6.0 dBTP \u00b7 range 5.0 LU"));
+        QCOMPARE(written.gain, QStringLiteral("+6.0 dB"));
+        QCOMPARE(written.output, QStringLiteral("-14.0 LUFS \u00b7 -1.0 dBTP"));
+        QCOMPARE(written.outputPath, f.dir.filePath(QStringLiteral("out/x.wav")));
+
+        // A failed file has its measurement, and nothing written.
+        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 2.wav")), QStringLiteral("-20.0 LUFS"));
+        const ItemDetails failed = f.vm().itemData(f.idOf(QStringLiteral("Take 2.wav")).toString());
+        QVERIFY(!failed.input.isEmpty());
+        QVERIFY(failed.gain.isEmpty() && failed.output.isEmpty() && failed.outputPath.isEmpty());
+    }
+
     void measuringStartsAgainAfterARun()
     {
         ControllerFixture f;
