@@ -8,6 +8,7 @@
 #include "app/ItemDetails.h"
 #include "app/ProcessingRun.h"
 #include "app/QueueModel.h"
+#include "app/QueueView.h"
 #include "model/ProcessingSettings.h"
 
 #include <QObject>
@@ -30,6 +31,7 @@ class MainViewModel : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QueueModel *queueModel READ queueModel CONSTANT)
+    Q_PROPERTY(QueueView *queueView READ queueView CONSTANT)
     Q_PROPERTY(AppScreen::State screenState READ screenState NOTIFY screenStateChanged)
     Q_PROPERTY(QString importNotice READ importNoticeText NOTIFY importNoticeChanged)
     Q_PROPERTY(QString outputWarning READ outputWarningText NOTIFY outputWarningChanged)
@@ -68,6 +70,8 @@ public:
 
     // State.
     QueueModel *queueModel() { return &m_queue; }
+    // The queue as the window lists it: sorted and filtered.
+    QueueView *queueView() { return &m_view; }
     const QList<AudioFileItem> &queue() const { return m_queue.items(); }
     const ProcessingSettings &settings() const { return m_settings; }
     void setSettings(const ProcessingSettings &settings);
@@ -202,6 +206,7 @@ private:
 
     Services m_services;
     QueueModel m_queue;
+    QueueView m_view{m_queue};
     ProcessingSettings m_settings;
     AppScreenState m_screenState = AppScreenState::Idle;
     std::optional<QString> m_importNotice;

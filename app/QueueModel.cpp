@@ -38,6 +38,10 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
         return item.id.toString(QUuid::WithoutBraces);
     case RelativePathRole:
         return item.relativePath;
+    case FolderRole: {
+        const qsizetype slash = item.relativePath.lastIndexOf(u'/');
+        return slash > 0 ? item.relativePath.left(slash) : QString();
+    }
     case SourceLabelRole:
         return SourceAudioFormats::rawValue(item.sourceFormat).toUpper();
     case LoudnessTextRole:
@@ -89,6 +93,7 @@ QHash<int, QByteArray> QueueModel::roleNames() const
     return {{IdRole, "itemId"},
             {FileNameRole, "fileName"},
             {RelativePathRole, "relativePath"},
+            {FolderRole, "folder"},
             {SourceLabelRole, "sourceLabel"},
             {LoudnessTextRole, "loudnessText"},
             {LoudnessStateRole, "loudnessState"},

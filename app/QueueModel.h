@@ -26,6 +26,7 @@ public:
         IdRole = Qt::UserRole + 1,
         FileNameRole,
         RelativePathRole,
+        FolderRole, // the folder below the dropped one, "" for a file added on its own
         SourceLabelRole,
         LoudnessTextRole,
         LoudnessStateRole, // LoudnessState

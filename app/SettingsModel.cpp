@@ -3,6 +3,7 @@
 
 #include "app/MainViewModel.h"
 #include "localization/L.h"
+#include "model/NumberFormat.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,11 +41,36 @@ SettingsModel::SettingsModel(MainViewModel &controller, QObject *parent)
     , m_controller(controller)
 {
     connect(&m_controller, &MainViewModel::settingsChanged, this, &SettingsModel::changed);
+    connect(this, &SettingsModel::changed, this, &SettingsModel::summaryChanged);
+    connect(this, &SettingsModel::labelsChanged, this, &SettingsModel::summaryChanged);
 }
 
 void SettingsModel::retranslate()
 {
     Q_EMIT labelsChanged();
+}
+
+QString SettingsModel::summary() const
+{
+    const ProcessingSettings &settings = m_controller.settings();
+    QStringList parts;
+    if (!settings.normalizeLoudness) {
+        parts.append(L::text(L::LoudnessUnchanged));
+    } else {
+        const LoudnessPreset &preset = settings.selectedPreset;
+        parts.append(preset.isCustom || !preset.targetLUFS
+                         ? L::presetName(preset) + u' ' +
+                               NumberFormat::fixed(settings.customTargetLUFS, 1) +
+                               QStringLiteral(" LUFS")
+                         : L::presetLabel(preset));
+        parts.append(L::text(L::CeilingShort, NumberFormat::fixed(settings.truePeakCeiling, 1)));
+    }
+    parts.append(L::outputFormatLabel(settings.outputFormatMode));
+    if (settings.sampleRateMode != SampleRateMode::PreserveOriginal)
+        parts.append(L::sampleRateLabel(settings.sampleRateMode));
+    if (bitDepthApplies())
+        parts.append(OutputBitDepths::label(settings.bitDepth));
+    return parts.join(QStringLiteral(" \u00b7 "));
 }
 
 template<typename Change>

@@ -40,6 +40,7 @@ class SettingsModel : public QObject
         bool revealWhenComplete READ revealWhenComplete WRITE setRevealWhenComplete NOTIFY changed)
     Q_PROPERTY(bool addPrefix READ addPrefix WRITE setAddPrefix NOTIFY changed)
     Q_PROPERTY(QString prefix READ prefix WRITE setPrefix NOTIFY changed)
+    Q_PROPERTY(QString summary READ summary NOTIFY summaryChanged)
 
 public:
     // The ranges the panels offer are the settings' own.
@@ -76,6 +77,9 @@ public:
     // MP3 has no bit depth.
     bool bitDepthApplies() const;
     QString outputFolder() const;
+    // The settings in one line, for the compact settings strip:
+    // "Podcast -16 LUFS · ceiling -1.0 dBTP · Keep original · 24-bit".
+    QString summary() const;
     bool hasOutputFolder() const;
     bool revealWhenComplete() const;
     void setRevealWhenComplete(bool on);
@@ -90,6 +94,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void changed();
     void labelsChanged();
+    void summaryChanged();
 
 private:
     template<typename Change>

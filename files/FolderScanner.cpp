@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/FolderScanner.h"
 
+#include "model/NaturalOrder.h"
 #include "model/SourceAudioFormat.h"
 #include "model/StandardPath.h"
 
 #include <QCollator>
-#include <QLocale>
 
 #include <algorithm>
 #include <cstdlib>
@@ -153,14 +153,8 @@ QList<ScannedAudioFile> FolderScanner::scanFolder(const QString &folder,
         files.append({base + relative, relative});
     }
 
-    // The order a file manager shows. Under the bare C locale (containers,
-    // scripts) collation would fall back to byte order, so English rules apply.
-    QLocale locale = QLocale::system();
-    if (locale.language() == QLocale::C)
-        locale = QLocale(QLocale::English);
-    QCollator collator(locale);
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    // The order a file manager shows.
+    const QCollator collator = naturalOrder();
     std::vector<QCollatorSortKey> keys;
     keys.reserve(found.size());
     for (const ScannedAudioFile &file : std::as_const(files))

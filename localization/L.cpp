@@ -360,6 +360,24 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "%1 LUFS \u00b7 %2 dBTP \u00b7 range %3 LU"), false};
     case L::OutputFigures:
         return {QT_TRANSLATE_NOOP("L", "%1 LUFS \u00b7 %2 dBTP"), false};
+    case L::LoudnessUnchanged:
+        return {QT_TRANSLATE_NOOP("L", "Loudness unchanged"), false};
+    case L::CeilingShort:
+        return {QT_TRANSLATE_NOOP("L", "ceiling %1 dBTP"), false};
+    case L::ShowSettings:
+        return {QT_TRANSLATE_NOOP("L", "Settings"), false};
+    case L::HideSettings:
+        return {QT_TRANSLATE_NOOP("L", "Hide settings"), false};
+    case L::ColumnFolder:
+        return {QT_TRANSLATE_NOOP("L", "FOLDER"), false};
+    case L::NoFilesShown:
+        return {QT_TRANSLATE_NOOP("L", "No files to show"), false};
+    case L::ShowAll:
+        return {QT_TRANSLATE_NOOP("L", "All files"), false};
+    case L::ShowFailed:
+        return {QT_TRANSLATE_NOOP("L", "Failed files"), false};
+    case L::ShowNotMeasured:
+        return {QT_TRANSLATE_NOOP("L", "Not measured"), false};
     case L::SkippedUnsupported:
         return {QT_TRANSLATE_N_NOOP("L", "%n file(s) skipped: unsupported format (%1)"), true};
     case L::SkippedNotAudio:

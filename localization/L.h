@@ -172,6 +172,15 @@ public:
         MeasurementFigures,
         // "-16.0 LUFS · -1.0 dBTP"
         OutputFigures,
+        LoudnessUnchanged,
+        CeilingShort,
+        ShowSettings,
+        HideSettings,
+        ColumnFolder,
+        NoFilesShown,
+        ShowAll,
+        ShowFailed,
+        ShowNotMeasured,
     };
     Q_ENUM(Text)
 

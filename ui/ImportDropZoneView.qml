@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
 import Tonbrook.Localization
@@ -10,6 +12,9 @@ import Tonbrook.Localization
 // its buttons; once something is loaded it sums the queue up.
 TBCard {
     id: root
+
+    padding: fileCount > 0 ? 6 : 16
+    leftPadding: fileCount > 0 ? 12 : 16
 
     property int fileCount: 0
     property int folderCount: 0
@@ -23,12 +28,15 @@ TBCard {
     property string addFilesShortcut
     property string addFolderShortcut
     property string removeShortcut
+    // Which files the list shows (QueueView.Filter).
+    property int filter: QueueView.All
 
     signal selectFiles
     signal selectFolder
     signal analyze
     signal removeSelected
     signal clearQueue
+    signal filterChosen(int filter)
 
     background: Rectangle {
         color: root.isDragOver ? TBTheme.goldSubtle : TBTheme.panel
@@ -92,81 +100,128 @@ TBCard {
             }
         }
 
-        // Something loaded.
-        RowLayout {
+        // Something loaded: one bar, the summary beside the actions where both fit.
+        GridLayout {
+            id: loaded
             visible: root.fileCount > 0
-            spacing: 14
+            columns: summaryRow.implicitWidth + actionsRow.implicitWidth + columnSpacing <= width ? 2 : 1
+            columnSpacing: 14
+            rowSpacing: 8
             Layout.fillWidth: true
-            TBIcon {
-                name: "waveform"
-                color: TBTheme.gold
-                size: 26
-            }
-            ColumnLayout {
-                spacing: 2
+            RowLayout {
+                id: summaryRow
+                spacing: 12
                 Layout.fillWidth: true
-                Label {
-                    objectName: "loadedSummary"
-                    text: L.tr.text(L.FilesLoaded, root.fileCount) + "  \u00b7  " + (root.folderCount > 0 ? L.tr.text(L.Folders, root.folderCount) : L.tr.text(L.IndividualFiles))
-                    color: TBTheme.text
-                    font.pixelSize: 15
-                    font.weight: Font.DemiBold
-                    elide: Text.ElideRight
+                TBIcon {
+                    name: "waveform"
+                    color: TBTheme.gold
+                    size: 24
+                }
+                ColumnLayout {
+                    spacing: 1
                     Layout.fillWidth: true
+                    RowLayout {
+                        spacing: 10
+                        Layout.fillWidth: true
+                        Label {
+                            objectName: "loadedSummary"
+                            text: L.tr.text(L.FilesLoaded, root.fileCount) + "  \u00b7  " + (root.folderCount > 0 ? L.tr.text(L.Folders, root.folderCount) : L.tr.text(L.IndividualFiles))
+                            color: TBTheme.text
+                            font.pixelSize: 14
+                            font.weight: Font.DemiBold
+                            elide: Text.ElideRight
+                            Layout.preferredWidth: implicitWidth
+                            Layout.minimumWidth: 80
+                        }
+                        TBToolbarButton {
+                            id: filterButton
+                            objectName: "filterButton"
+                            iconName: "chevronDown"
+                            text: root.filter === QueueView.Failed ? L.tr.text(L.ShowFailed) : root.filter === QueueView.NotMeasured ? L.tr.text(L.ShowNotMeasured) : L.tr.text(L.ShowAll)
+                            checked: root.filter !== QueueView.All
+                            font.pixelSize: 12
+                            padding: 2
+                            onClicked: filterMenu.open()
+                            TBMenu {
+                                id: filterMenu
+                                objectName: "filterMenu"
+                                y: filterButton.height + 2
+                                Repeater {
+                                    model: [QueueView.All, QueueView.Failed, QueueView.NotMeasured]
+                                    delegate: TBMenuItem {
+                                        required property int modelData
+                                        text: modelData === QueueView.Failed ? L.tr.text(L.ShowFailed) : modelData === QueueView.NotMeasured ? L.tr.text(L.ShowNotMeasured) : L.tr.text(L.ShowAll)
+                                        current: root.filter === modelData
+                                        onTriggered: root.filterChosen(modelData)
+                                    }
+                                }
+                            }
+                        }
+                        Item {
+                            Layout.fillWidth: true
+                        }
+                    }
+                    Label {
+                        objectName: "importNotice"
+                        visible: root.importNotice.length > 0
+                        text: root.importNotice
+                        color: TBTheme.muted
+                        font.pixelSize: 12
+                        elide: Text.ElideRight
+                        Layout.fillWidth: true
+                    }
+                    Label {
+                        objectName: "installationProblem"
+                        visible: root.problem.length > 0
+                        text: root.problem
+                        color: TBTheme.error
+                        font.pixelSize: 12
+                        wrapMode: Text.Wrap
+                        Layout.fillWidth: true
+                    }
                 }
-                Label {
-                    objectName: "importNotice"
-                    visible: root.importNotice.length > 0
-                    text: root.importNotice
-                    color: TBTheme.muted
-                    font.pixelSize: 12
+            }
+            RowLayout {
+                id: actionsRow
+                spacing: 8
+                Layout.alignment: Qt.AlignRight | Qt.AlignVCenter
+                TBOutlinedButton {
+                    objectName: "addFilesButton"
+                    iconName: "plus"
+                    text: L.tr.text(L.AddFiles)
+                    shortcutText: root.addFilesShortcut
+                    Layout.preferredHeight: 28
+                    onClicked: root.selectFiles()
                 }
-                Label {
-                    objectName: "installationProblem"
-                    visible: root.problem.length > 0
-                    text: root.problem
-                    color: TBTheme.error
-                    font.pixelSize: 12
-                    wrapMode: Text.Wrap
-                    Layout.fillWidth: true
+                TBOutlinedButton {
+                    objectName: "addFolderButton"
+                    iconName: "folder"
+                    text: L.tr.text(L.AddFolder)
+                    shortcutText: root.addFolderShortcut
+                    Layout.preferredHeight: 28
+                    onClicked: root.selectFolder()
                 }
-            }
-            TBPrimaryButton {
-                objectName: "analyzeButton"
-                text: L.tr.text(L.AnalyzeLoudness)
-                enabled: root.canAnalyze && !root.isAnalyzing
-                onClicked: root.analyze()
-            }
-        }
-        Flow {
-            visible: root.fileCount > 0
-            spacing: 8
-            Layout.fillWidth: true
-            TBOutlinedButton {
-                objectName: "addFilesButton"
-                iconName: "plus"
-                text: L.tr.text(L.AddFiles)
-                shortcutText: root.addFilesShortcut
-                onClicked: root.selectFiles()
-            }
-            TBOutlinedButton {
-                objectName: "addFolderButton"
-                iconName: "folder"
-                text: L.tr.text(L.AddFolder)
-                shortcutText: root.addFolderShortcut
-                onClicked: root.selectFolder()
-            }
-            TBOutlinedButton {
-                objectName: "removeSelectedButton"
-                text: L.tr.text(L.RemoveSelected)
-                enabled: root.hasSelection
-                shortcutText: root.removeShortcut
-                onClicked: root.removeSelected()
-            }
-            TBOutlinedButton {
-                objectName: "clearQueueButton"
-                text: L.tr.text(L.ClearQueue)
-                onClicked: root.clearQueue()
+                TBOutlinedButton {
+                    objectName: "removeSelectedButton"
+                    text: L.tr.text(L.RemoveSelected)
+                    enabled: root.hasSelection
+                    shortcutText: root.removeShortcut
+                    Layout.preferredHeight: 28
+                    onClicked: root.removeSelected()
+                }
+                TBOutlinedButton {
+                    objectName: "clearQueueButton"
+                    text: L.tr.text(L.ClearQueue)
+                    Layout.preferredHeight: 28
+                    onClicked: root.clearQueue()
+                }
+                TBPrimaryButton {
+                    objectName: "analyzeButton"
+                    text: L.tr.text(L.AnalyzeLoudness)
+                    enabled: root.canAnalyze && !root.isAnalyzing
+                    Layout.preferredHeight: 28
+                    onClicked: root.analyze()
+                }
             }
         }
     }

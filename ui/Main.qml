@@ -15,6 +15,8 @@ ApplicationWindow {
     readonly property MainViewModel viewModel: App.viewModel
     readonly property SettingsModel settings: App.settings
     readonly property bool idle: viewModel.screenState === AppScreen.Idle
+    // The settings panels shown above a loaded queue.
+    property bool settingsOpen: false
 
     function openDetails(id) {
         const item = viewModel.itemData(id);
@@ -93,86 +95,97 @@ ApplicationWindow {
                 }
             }
 
-            Flickable {
-                id: page
+            // The queue gets the room: settings show as one line while files are
+            // loaded, as panels when the queue is empty or when asked for.
+            ColumnLayout {
+                id: column
                 anchors.fill: parent
-                contentHeight: column.implicitHeight + 32
-                boundsBehavior: Flickable.StopAtBounds
-                clip: true
-                ScrollBar.vertical: ScrollBar {
+                anchors.margins: 8
+                spacing: 8
+
+                ImportDropZoneView {
+                    objectName: "dropZone"
+                    fileCount: window.viewModel.fileCount
+                    folderCount: window.viewModel.folderCount
+                    importNotice: window.viewModel.importNotice
+                    problem: window.viewModel.installationProblem
+                    canAnalyze: window.viewModel.canAnalyze
+                    isAnalyzing: window.viewModel.isAnalyzing
+                    hasSelection: window.viewModel.hasSelection
+                    isDragOver: drop.containsDrag
+                    addFilesShortcut: addFilesShortcut.nativeText
+                    addFolderShortcut: addFolderShortcut.nativeText
+                    removeShortcut: removeShortcut.nativeText
+                    onSelectFiles: window.viewModel.selectFiles()
+                    onSelectFolder: window.viewModel.selectFolder()
+                    onAnalyze: window.viewModel.analyzeQueue()
+                    onRemoveSelected: window.viewModel.removeSelected()
+                    onClearQueue: window.viewModel.clearQueue()
+                    filter: window.viewModel.queueView.filter
+                    onFilterChosen: filter => window.viewModel.queueView.filter = filter
+                    Layout.fillWidth: true
                 }
 
-                ColumnLayout {
-                    id: column
-                    x: 16
-                    y: 16
-                    width: page.width - 32
-                    spacing: 12
+                SettingsStrip {
+                    objectName: "settingsStrip"
+                    visible: window.viewModel.fileCount > 0
+                    summary: window.settings.summary
+                    outputFolder: window.settings.outputFolder
+                    outputWarning: window.viewModel.outputWarning
+                    expanded: window.settingsOpen
+                    onToggle: window.settingsOpen = !window.settingsOpen
+                    Layout.fillWidth: true
+                }
 
-                    ImportDropZoneView {
-                        objectName: "dropZone"
-                        fileCount: window.viewModel.fileCount
-                        folderCount: window.viewModel.folderCount
-                        importNotice: window.viewModel.importNotice
-                        problem: window.viewModel.installationProblem
-                        canAnalyze: window.viewModel.canAnalyze
-                        isAnalyzing: window.viewModel.isAnalyzing
-                        hasSelection: window.viewModel.hasSelection
-                        isDragOver: drop.containsDrag
-                        addFilesShortcut: addFilesShortcut.nativeText
-                        addFolderShortcut: addFolderShortcut.nativeText
-                        removeShortcut: removeShortcut.nativeText
-                        onSelectFiles: window.viewModel.selectFiles()
-                        onSelectFolder: window.viewModel.selectFolder()
-                        onAnalyze: window.viewModel.analyzeQueue()
-                        onRemoveSelected: window.viewModel.removeSelected()
-                        onClearQueue: window.viewModel.clearQueue()
+                GridLayout {
+                    objectName: "settingsPanels"
+                    visible: window.viewModel.fileCount === 0 || window.settingsOpen
+                    columns: column.width >= 3 * 280 + 2 * 8 ? 3 : 1
+                    columnSpacing: 8
+                    rowSpacing: 8
+                    Layout.fillWidth: true
+                    TargetPanel {
+                        settings: window.settings
                         Layout.fillWidth: true
+                        Layout.fillHeight: true
+                        Layout.preferredWidth: 280
                     }
+                    FormatPanel {
+                        settings: window.settings
+                        Layout.fillWidth: true
+                        Layout.fillHeight: true
+                        Layout.preferredWidth: 280
+                    }
+                    OutputPanel {
+                        settings: window.settings
+                        outputWarning: window.viewModel.outputWarning
+                        onChooseFolder: window.viewModel.chooseOutputFolder()
+                        Layout.fillWidth: true
+                        Layout.fillHeight: true
+                        Layout.preferredWidth: 280
+                    }
+                }
 
-                    // Side by side where the three fit, one under the other where not.
-                    GridLayout {
-                        objectName: "settingsPanels"
-                        columns: column.width >= 3 * 300 + 2 * 12 ? 3 : 1
-                        columnSpacing: 12
-                        rowSpacing: 12
-                        Layout.fillWidth: true
-                        TargetPanel {
-                            settings: window.settings
-                            Layout.fillWidth: true
-                            Layout.fillHeight: true
-                            Layout.preferredWidth: 300
-                        }
-                        FormatPanel {
-                            settings: window.settings
-                            Layout.fillWidth: true
-                            Layout.fillHeight: true
-                            Layout.preferredWidth: 300
-                        }
-                        OutputPanel {
-                            settings: window.settings
-                            outputWarning: window.viewModel.outputWarning
-                            onChooseFolder: window.viewModel.chooseOutputFolder()
-                            Layout.fillWidth: true
-                            Layout.fillHeight: true
-                            Layout.preferredWidth: 300
-                        }
-                    }
+                QueueTableView {
+                    objectName: "queueTable"
+                    model: window.viewModel.queueView
+                    total: window.viewModel.fileCount
+                    allSelected: window.viewModel.allSelected
+                    selectAllShortcut: selectAllShortcut.nativeText
+                    onToggleSelect: id => window.viewModel.toggleSelection(id)
+                    onToggleSelectAll: window.viewModel.toggleSelectAll()
+                    onRemove: id => window.viewModel.removeItem(id)
+                    onShowDetails: id => window.openDetails(id)
+                    visible: window.viewModel.fileCount > 0
+                    Layout.fillWidth: true
+                    // The rest of the window: the list scrolls within it.
+                    Layout.fillHeight: true
+                    Layout.minimumHeight: 120
+                }
 
-                    QueueTableView {
-                        objectName: "queueTable"
-                        model: window.viewModel.queueModel
-                        count: window.viewModel.fileCount
-                        allSelected: window.viewModel.allSelected
-                        selectAllShortcut: selectAllShortcut.nativeText
-                        onToggleSelect: id => window.viewModel.toggleSelection(id)
-                        onToggleSelectAll: window.viewModel.toggleSelectAll()
-                        onRemove: id => window.viewModel.removeItem(id)
-                        onShowDetails: id => window.openDetails(id)
-                        Layout.fillWidth: true
-                        // Tall enough to work in; the list scrolls itself.
-                        Layout.preferredHeight: Math.max(260, page.height - 48)
-                    }
+                Item {
+                    visible: window.viewModel.fileCount === 0
+                    Layout.fillHeight: true
                 }
             }
         }

@@ -17,6 +17,9 @@ Rectangle {
     required property string itemId
     required property string fileName
     required property string relativePath
+    required property string folder
+    // The name's part of the room it shares with the folder.
+    property real nameShare: 0.6
     required property string sourceLabel
     required property string loudnessText
     required property int loudnessState
@@ -31,7 +34,7 @@ Rectangle {
     signal remove(string id)
     signal showDetails(string id)
 
-    implicitHeight: 34
+    implicitHeight: 30
     color: hover.hovered ? TBTheme.rowHover : index % 2 === 1 ? TBTheme.rowAlt : "transparent"
 
     HoverHandler {
@@ -58,6 +61,7 @@ Rectangle {
             font.pixelSize: 13
             elide: Text.ElideMiddle
             Layout.fillWidth: true
+            Layout.preferredWidth: root.nameShare
             TapHandler {
                 onTapped: root.showDetails(root.itemId)
             }
@@ -71,10 +75,19 @@ Rectangle {
             }
         }
         Label {
+            objectName: "rowFolder"
+            text: root.folder
+            color: TBTheme.muted
+            font.pixelSize: 12
+            elide: Text.ElideMiddle
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1 - root.nameShare
+        }
+        Label {
             text: root.sourceLabel
             color: TBTheme.muted
             font.pixelSize: 12
-            Layout.preferredWidth: 66
+            Layout.preferredWidth: 76
         }
         Label {
             objectName: "rowLoudness"
@@ -84,7 +97,7 @@ Rectangle {
             font.family: "monospace"
             font.italic: root.loudnessState === QueueModel.Silent
             elide: Text.ElideRight
-            Layout.preferredWidth: 134
+            Layout.preferredWidth: 128
             HoverHandler {
                 id: loudnessHover
             }
@@ -99,7 +112,7 @@ Rectangle {
             color: TBTheme.text
             font.pixelSize: 12
             font.family: "monospace"
-            Layout.preferredWidth: 58
+            Layout.preferredWidth: 84
         }
         Label {
             text: root.outputLabel

@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import Tonbrook.App
 import Tonbrook.Style
 import Tonbrook.Ui
 import Tonbrook.Localization
@@ -11,10 +12,14 @@ import Tonbrook.Localization
 TBCard {
     id: root
 
-    property var model
+    // The queue as listed (QueueView): sorted and filtered.
+    property QueueView model
     property bool allSelected: false
-    property int count: 0
+    // Files in the queue, shown or not.
+    property int total: 0
     property string selectAllShortcut
+    // The folder column shares the name column's room.
+    readonly property real nameShare: 0.6
 
     signal toggleSelect(string id)
     signal toggleSelectAll
@@ -30,7 +35,7 @@ TBCard {
         Rectangle {
             color: TBTheme.headerBg
             radius: 10
-            implicitHeight: 34
+            implicitHeight: 30
             Layout.fillWidth: true
             RowLayout {
                 anchors.fill: parent
@@ -40,33 +45,55 @@ TBCard {
                 TBCheckBox {
                     objectName: "selectAllCheck"
                     checked: root.allSelected
-                    enabled: root.count > 0
+                    enabled: root.total > 0
                     tip: L.tr.text(L.SelectAll) + (root.selectAllShortcut.length > 0 ? " (" + root.selectAllShortcut + ")" : "")
                     onClicked: root.toggleSelectAll()
                     Layout.preferredWidth: 18
                 }
-                TBSectionLabel {
+                SortHeader {
+                    objectName: "sortName"
                     text: L.tr.text(L.ColumnFile)
+                    sorted: root.model.sortKey === QueueView.Name
+                    ascending: root.model.ascending
+                    onClicked: root.model.sortBy(QueueView.Name)
                     Layout.fillWidth: true
+                    Layout.preferredWidth: root.nameShare
+                }
+                SortHeader {
+                    objectName: "sortFolder"
+                    text: L.tr.text(L.ColumnFolder)
+                    sorted: root.model.sortKey === QueueView.Folder
+                    ascending: root.model.ascending
+                    onClicked: root.model.sortBy(QueueView.Folder)
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 1 - root.nameShare
                 }
                 TBSectionLabel {
                     text: L.tr.text(L.ColumnSource)
-                    Layout.preferredWidth: 66
+                    Layout.preferredWidth: 76
                 }
-                TBSectionLabel {
+                SortHeader {
+                    objectName: "sortLoudness"
                     text: L.tr.text(L.ColumnLoudness)
-                    Layout.preferredWidth: 134
+                    sorted: root.model.sortKey === QueueView.Loudness
+                    ascending: root.model.ascending
+                    onClicked: root.model.sortBy(QueueView.Loudness)
+                    Layout.preferredWidth: 128
                 }
                 TBSectionLabel {
                     text: L.tr.text(L.ColumnGain)
-                    Layout.preferredWidth: 58
+                    Layout.preferredWidth: 84
                 }
                 TBSectionLabel {
                     text: L.tr.text(L.ColumnOutput)
                     Layout.preferredWidth: 60
                 }
-                TBSectionLabel {
+                SortHeader {
+                    objectName: "sortStatus"
                     text: L.tr.text(L.ColumnStatus)
+                    sorted: root.model.sortKey === QueueView.Status
+                    ascending: root.model.ascending
+                    onClicked: root.model.sortBy(QueueView.Status)
                     Layout.preferredWidth: 96
                 }
                 Item {
@@ -94,6 +121,7 @@ TBCard {
                 }
                 delegate: QueueRowView {
                     width: list.width
+                    nameShare: root.nameShare
                     onToggleSelect: id => root.toggleSelect(id)
                     onRemove: id => root.remove(id)
                     onShowDetails: id => root.showDetails(id)
@@ -102,8 +130,8 @@ TBCard {
             Label {
                 objectName: "emptyQueue"
                 anchors.centerIn: parent
-                visible: root.count === 0
-                text: L.tr.text(L.NoFilesInQueue)
+                visible: list.count === 0
+                text: root.total === 0 ? L.tr.text(L.NoFilesInQueue) : L.tr.text(L.NoFilesShown)
                 color: TBTheme.muted
                 font.pixelSize: 13
             }

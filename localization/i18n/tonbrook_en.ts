@@ -685,5 +685,41 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>%1 LUFS · %2 dBTP</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Loudness unchanged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ceiling %1 dBTP</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>FOLDER</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No files to show</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not measured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Failed files</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

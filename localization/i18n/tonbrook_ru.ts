@@ -703,5 +703,41 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>%1 LUFS · %2 dBTP</source>
         <translation>%1 LUFS · %2 dBTP</translation>
     </message>
+    <message>
+        <source>Loudness unchanged</source>
+        <translation>Громкость без изменений</translation>
+    </message>
+    <message>
+        <source>ceiling %1 dBTP</source>
+        <translation>потолок %1 dBTP</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Настройки</translation>
+    </message>
+    <message>
+        <source>Hide settings</source>
+        <translation>Скрыть настройки</translation>
+    </message>
+    <message>
+        <source>FOLDER</source>
+        <translation>ПАПКА</translation>
+    </message>
+    <message>
+        <source>No files to show</source>
+        <translation>Нет файлов для показа</translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation>Все файлы</translation>
+    </message>
+    <message>
+        <source>Not measured</source>
+        <translation>Не измерены</translation>
+    </message>
+    <message>
+        <source>Failed files</source>
+        <translation>С ошибкой</translation>
+    </message>
 </context>
 </TS>

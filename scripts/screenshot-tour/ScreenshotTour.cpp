@@ -155,6 +155,15 @@ int main(int argc, char *argv[])
         QFile(session + u'/' + file).open(QIODevice::WriteOnly);
     }
 
+    const QString bigSession = scratch.filePath(QStringLiteral("Season"));
+    for (int reel = 1; reel <= 10; ++reel) {
+        const QString folder =
+            bigSession + QStringLiteral("/Reel %1").arg(reel, 2, 10, QLatin1Char('0'));
+        QDir().mkpath(folder);
+        for (int take = 1; take <= 30; ++take)
+            QFile(folder + QStringLiteral("/take %1.wav").arg(take)).open(QIODevice::WriteOnly);
+    }
+
     for (const AppLanguage language : {AppLanguage::En, AppLanguage::Ru}) {
         const QString tag = AppLanguages::rawValue(language);
         LanguageManager languages(
@@ -282,6 +291,25 @@ int main(int argc, char *argv[])
             supportWindow->close();
         }
         settle(200);
+
+        // A real session: 300 files in 10 folders, at the smallest, the default
+        // and a full-HD window; how many rows each shows goes to the log.
+        vm.startNewBatch();
+        vm.importPaths({bigSession});
+        while (vm.isAnalyzing())
+            settle(100);
+        settle(300);
+        for (const QSize size : {QSize(900, 680), QSize(980, 720), QSize(1920, 1080)}) {
+            window->resize(size);
+            settle(400);
+            const QString shot = name(qPrintable(
+                QStringLiteral("16-session-%1x%2").arg(size.width()).arg(size.height())));
+            shoot(window, shot);
+            if (const auto *list = qobject_cast<QQuickItem *>(find(window, "queueList")))
+                qInfo("rows visible at %dx%d (%s): %.1f", size.width(), size.height(),
+                      qPrintable(tag), list->height() / 30.0);
+        }
+        window->resize(980, 720);
     }
     return 0;
 }

@@ -87,6 +87,58 @@ private Q_SLOTS:
         QCOMPARE(f.vm().importNotice(), std::optional(russian));
     }
 
+    void theListSortsAndFilters()
+    {
+        ControllerFixture f;
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("in"))});
+        QVERIFY(f.vm().queue().isEmpty());
+        f.files({QStringLiteral("Reel 2/take 10.wav"), QStringLiteral("Reel 2/take 9.wav"),
+                 QStringLiteral("Reel 1/take 2.wav"), QStringLiteral("Reel 10/take 1.wav")});
+        f.vm().importPaths({f.dir.filePath(QStringLiteral("in"))});
+        // Queue order: the scanner's (Reel 1, Reel 2, Reel 10; take 9 before take 10).
+        f.analyzer->gate.release(QStringLiteral("take 2.wav"), ControllerFixture::measured(-30));
+        f.analyzer->gate.release(QStringLiteral("take 9.wav"), ControllerFixture::measured(-12));
+        f.analyzer->gate.release(QStringLiteral("take 10.wav"), std::nullopt);
+        f.analyzer->gate.release(QStringLiteral("take 1.wav"), ControllerFixture::measured(-20));
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+
+        QueueView &view = *f.vm().queueView();
+        const auto shown = [&view] {
+            QStringList names;
+            for (int row = 0; row < view.rowCount(); ++row)
+                names.append(view.data(view.index(row, 0), QueueModel::FileNameRole).toString());
+            return names.join(u", ");
+        };
+        QCOMPARE(shown(), QStringLiteral("take 2.wav, take 9.wav, take 10.wav, take 1.wav"));
+        view.sortBy(QueueView::SortKey::Name);
+        QCOMPARE(shown(), QStringLiteral("take 1.wav, take 2.wav, take 9.wav, take 10.wav"));
+        view.sortBy(QueueView::SortKey::Name);
+        QVERIFY(!view.ascending());
+        QCOMPARE(shown(), QStringLiteral("take 10.wav, take 9.wav, take 2.wav, take 1.wav"));
+        view.sortBy(QueueView::SortKey::Name); // a third time: the queue's own order
+        QCOMPARE(view.sortKey(), QueueView::SortKey::QueueOrder);
+        QCOMPARE(shown(), QStringLiteral("take 2.wav, take 9.wav, take 10.wav, take 1.wav"));
+        view.sortBy(QueueView::SortKey::Loudness);
+        QCOMPARE(shown(), QStringLiteral("take 10.wav, take 2.wav, take 1.wav, take 9.wav"));
+        view.sortBy(QueueView::SortKey::Folder);
+        QCOMPARE(shown(), QStringLiteral("take 2.wav, take 9.wav, take 10.wav, take 1.wav"));
+
+        // Rows follow their items as they change.
+        view.sortBy(QueueView::SortKey::Status);
+        f.vm().setStatus(ProcessingStatus::failed(QStringLiteral("x")), f.idOf(u"take 1.wav"_qs));
+        QCOMPARE(shown().section(u',', 0, 0), QStringLiteral("take 1.wav"));
+
+        view.setFilter(QueueView::Filter::Failed);
+        QCOMPARE(shown(), QStringLiteral("take 1.wav"));
+        QCOMPARE(view.rowCountShown(), 1);
+        view.setFilter(QueueView::Filter::NotMeasured);
+        QCOMPARE(shown(), QStringLiteral("take 10.wav"));
+        // A filter hides, it does not touch: the queue and its targets are whole.
+        QCOMPARE(f.vm().effectiveTargetIDs().size(), 4);
+        view.setFilter(QueueView::Filter::All);
+        QCOMPARE(view.rowCountShown(), 4);
+    }
+
     void selectionAndTargets()
     {
         ControllerFixture f;
