@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/FolderRevealing.h"
+#include "app/RunNotifying.h"
 #include "app/SupportPresenting.h"
 #include "engine/LoudnessAnalyzing.h"
 #include "engine/LoudnessProcessing.h"
@@ -32,6 +33,8 @@ struct AppServices
     std::shared_ptr<const LoudnessProcessing> processingService = bundledProcessing();
     std::shared_ptr<SupportPresenting> supportPresenter;
     std::shared_ptr<FolderRevealing> revealer;
+    // Absent: a run ends silently.
+    std::shared_ptr<RunNotifying> notifier;
 
     static std::shared_ptr<const FileImporting> standardImport();
     static std::shared_ptr<FilePanelPresenting> noPanels();

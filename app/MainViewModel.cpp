@@ -67,6 +67,17 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
         Q_EMIT derivedChanged();
     });
     connect(&m_processing, &ProcessingRun::finished, this, &MainViewModel::finishRun);
+    m_runClock.setInterval(1000);
+    connect(&m_runClock, &QTimer::timeout, this, &MainViewModel::runClockChanged);
+    connect(this, &MainViewModel::screenStateChanged, this, [this] {
+        if (m_screenState == AppScreenState::Processing)
+            m_runClock.start();
+        else
+            m_runClock.stop();
+        Q_EMIT runClockChanged();
+    });
+    // The title follows the status line.
+    connect(this, &MainViewModel::derivedChanged, this, &MainViewModel::windowTitleChanged);
 }
 
 MainViewModel::~MainViewModel()
@@ -131,6 +142,44 @@ QString MainViewModel::footerLeadingText() const
 QString MainViewModel::footerTrailingText() const
 {
     return m_settings.outputFolder.value_or(L::text(L::NoOutputFolder));
+}
+
+QString MainViewModel::windowTitle() const
+{
+    const QString name = QStringLiteral("Tonbrook");
+    const bool busy = m_screenState == AppScreenState::Processing ||
+                      (m_screenState == AppScreenState::Idle && isAnalyzing());
+    return busy ? statusText() + QStringLiteral(" \u2014 ") + name : name;
+}
+
+QString MainViewModel::runTimeText() const
+{
+    if (m_screenState != AppScreenState::Processing)
+        return {};
+    const auto clock = [](qint64 milliseconds) {
+        const qint64 seconds = (milliseconds + 500) / 1000;
+        const QString minutesAndSeconds = QStringLiteral("%1:%2")
+                                              .arg(seconds / 60 % 60)
+                                              .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+        return seconds >= 3600 ? QStringLiteral("%1:%2")
+                                     .arg(seconds / 3600)
+                                     .arg(minutesAndSeconds.rightJustified(5, u'0'))
+                               : minutesAndSeconds;
+    };
+    const qint64 elapsed = m_processing.elapsedMilliseconds();
+    QString text = L::text(L::RunElapsed, clock(elapsed));
+    const int done = processedCount();
+    const int left = runTotal() - done;
+    // Files of a run take about as long as those before them.
+    if (done > 0 && left > 0)
+        text += QStringLiteral(" \u00b7 ") + L::text(L::RunRemaining, clock(elapsed * left / done));
+    return text;
+}
+
+bool MainViewModel::stoppingNeedsConfirmation() const
+{
+    return m_screenState == AppScreenState::Processing &&
+           m_processing.elapsedMilliseconds() >= confirmAfterMilliseconds;
 }
 
 void MainViewModel::retranslate()
@@ -421,6 +470,13 @@ void MainViewModel::finishRun(bool cancelled)
             results.append(*item->result);
     }
     setCompletionSummary(CompletionSummary::of(results, m_settings.normalizeLoudness));
+    if (m_services.notifier) {
+        const CompletionSummary &summary = *m_completionSummary;
+        QString body = L::text(L::FilesProcessed, summary.totalProcessed);
+        if (summary.failed > 0)
+            body += QStringLiteral(" \u00b7 ") + L::text(L::FailedCount, summary.failed);
+        m_services.notifier->runEnded(L::text(L::ProcessingComplete), body);
+    }
     setScreenState(AppScreenState::Completed);
     if (m_settings.revealInFinderWhenComplete && m_settings.outputFolder && m_services.revealer)
         m_services.revealer->revealFolder(*m_settings.outputFolder);

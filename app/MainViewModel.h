@@ -13,6 +13,7 @@
 
 #include <QObject>
 #include <QThreadPool>
+#include <QTimer>
 #include <QUrl>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
@@ -59,6 +60,10 @@ class MainViewModel : public QObject
     Q_PROPERTY(QString statusText READ statusText NOTIFY derivedChanged)
     Q_PROPERTY(QString footerLeadingText READ footerLeadingText NOTIFY derivedChanged)
     Q_PROPERTY(QString footerTrailingText READ footerTrailingText NOTIFY derivedChanged)
+    Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
+    Q_PROPERTY(QString runTimeText READ runTimeText NOTIFY runClockChanged)
+    Q_PROPERTY(int failedSoFar READ failedSoFar NOTIFY processingProgressChanged)
+    Q_PROPERTY(bool stoppingNeedsConfirmation READ stoppingNeedsConfirmation NOTIFY runClockChanged)
 
 public:
     using Services = AppServices;
@@ -114,6 +119,15 @@ public:
     QString statusText() const;
     QString footerLeadingText() const;
     QString footerTrailingText() const;
+    // "Tonbrook", or "Processing 12 of 300 — Tonbrook" while something runs.
+    QString windowTitle() const;
+    // "Elapsed 1:05 · about 3:20 left" while processing; the estimate once a file is done.
+    QString runTimeText() const;
+    int failedSoFar() const { return m_processing.failedCount(); }
+    // A run longer than a few seconds is not stopped (or the window closed)
+    // without asking.
+    bool stoppingNeedsConfirmation() const;
+    static constexpr qint64 confirmAfterMilliseconds = 5000;
 
     // Operations.
     Q_INVOKABLE void restoreOutputFolder();
@@ -179,6 +193,9 @@ Q_SIGNALS:
     void completionSummaryChanged();
     void analysisChanged();
     void derivedChanged();
+    void windowTitleChanged();
+    // Once a second while processing.
+    void runClockChanged();
     // One item of a run has its outcome (written, warned, failed or cancelled).
     void itemFinished(const QUuid &id);
 
@@ -216,6 +233,7 @@ private:
     std::optional<QString> m_installationProblem;
     std::optional<CompletionSummary> m_completionSummary;
     // Jobs only wait on ffmpeg; several runs may overlap, three jobs each.
+    QTimer m_runClock;
     QThreadPool m_pool;
     AnalysisRun m_analysis{m_pool, maxParallelJobs};
     ProcessingRun m_processing{m_pool, maxParallelJobs};

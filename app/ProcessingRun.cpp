@@ -51,6 +51,8 @@ void ProcessingRun::start(const QList<AudioFileItem> &items, const ProcessingSet
     m_jobs = jobs;
     const int run = ++m_run;
     m_processedCount = 0;
+    m_failedCount = 0;
+    m_clock.start();
     m_total = static_cast<int>(jobs->size());
     m_currentFileName.reset();
     Q_EMIT runStarted();
@@ -91,6 +93,9 @@ void ProcessingRun::start(const QList<AudioFileItem> &items, const ProcessingSet
         if (run != m_run)
             return;
         ++m_processedCount;
+        if (const auto *failure = std::get_if<JobFailure>(&output);
+            failure && failure->kind == JobFailure::Kind::Failed && !token->isCancelled())
+            ++m_failedCount;
         if (!inFlight->empty())
             m_currentFileName = fileNameOf((*jobs)[*inFlight->begin()].item.sourcePath);
         Q_EMIT progressChanged();
@@ -119,6 +124,7 @@ void ProcessingRun::clearCurrentFileName()
 void ProcessingRun::clearCount()
 {
     m_processedCount = 0;
+    m_failedCount = 0;
     Q_EMIT progressChanged();
 }
 

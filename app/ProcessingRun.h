@@ -8,6 +8,7 @@
 #include "model/AudioFileItem.h"
 #include "model/ProcessingSettings.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QUuid>
@@ -45,6 +46,10 @@ public:
     void cancel();
 
     int processedCount() const { return m_processedCount; }
+    // Files of the latest run that failed so far.
+    int failedCount() const { return m_failedCount; }
+    // How long the latest run has been going; 0 before any run.
+    qint64 elapsedMilliseconds() const { return m_clock.isValid() ? m_clock.elapsed() : 0; }
     int total() const { return m_total; }
     const std::optional<QString> &currentFileName() const { return m_currentFileName; }
     void clearCurrentFileName();
@@ -79,6 +84,8 @@ private:
     // Each run's number; a run's late steps apply only while it is the latest.
     int m_run = 0;
     int m_processedCount = 0;
+    int m_failedCount = 0;
+    QElapsedTimer m_clock;
     int m_total = 0;
     std::optional<QString> m_currentFileName;
 };

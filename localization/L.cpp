@@ -378,6 +378,20 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "Failed files"), false};
     case L::ShowNotMeasured:
         return {QT_TRANSLATE_NOOP("L", "Not measured"), false};
+    case L::RunElapsed:
+        return {QT_TRANSLATE_NOOP("L", "Elapsed %1"), false};
+    case L::RunRemaining:
+        return {QT_TRANSLATE_NOOP("L", "about %1 left"), false};
+    case L::StopRunQuestion:
+        return {QT_TRANSLATE_NOOP("L", "Stop processing?"), false};
+    case L::StopRunBody:
+        return {QT_TRANSLATE_NOOP("L", "%1 of %2 files are done. The files not yet written will "
+                                       "stay in the queue; nothing written so far is lost."),
+                false};
+    case L::KeepGoing:
+        return {QT_TRANSLATE_NOOP("L", "Keep Going"), false};
+    case L::StopRun:
+        return {QT_TRANSLATE_NOOP("L", "Stop"), false};
     case L::SkippedUnsupported:
         return {QT_TRANSLATE_N_NOOP("L", "%n file(s) skipped: unsupported format (%1)"), true};
     case L::SkippedNotAudio:

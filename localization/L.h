@@ -181,6 +181,12 @@ public:
         ShowAll,
         ShowFailed,
         ShowNotMeasured,
+        RunElapsed,
+        RunRemaining,
+        StopRunQuestion,
+        StopRunBody,
+        KeepGoing,
+        StopRun,
     };
     Q_ENUM(Text)
 

@@ -18,6 +18,18 @@ ApplicationWindow {
     // The settings panels shown above a loaded queue.
     property bool settingsOpen: false
 
+    // Cancel, Escape or closing the window: asked first when the run has gone on a while.
+    function stopRun(quitAfter) {
+        if (viewModel.stoppingNeedsConfirmation) {
+            stopRunSheet.quitAfter = quitAfter;
+            stopRunSheet.open();
+            return;
+        }
+        viewModel.cancelProcessing();
+        if (quitAfter)
+            App.quit();
+    }
+
     function openDetails(id) {
         const item = viewModel.itemData(id);
         if (!item.found)
@@ -35,7 +47,7 @@ ApplicationWindow {
     }
 
     objectName: "mainWindow"
-    title: "Tonbrook"
+    title: viewModel.windowTitle
     minimumWidth: 900
     minimumHeight: 680
     width: 980
@@ -45,6 +57,12 @@ ApplicationWindow {
     palette.shadow: TBTheme.bg
 
     Component.onCompleted: viewModel.restoreOutputFolder()
+    onClosing: close => {
+        if (viewModel.screenState === AppScreen.Processing && viewModel.stoppingNeedsConfirmation) {
+            close.accepted = false;
+            stopRun(true);
+        }
+    }
 
     header: AppToolbarView {
         statusText: window.viewModel.statusText
@@ -199,7 +217,9 @@ ApplicationWindow {
             totalCount: window.viewModel.runTotal
             currentFileName: window.viewModel.currentFileName
             cancelShortcut: cancelShortcut.nativeText
-            onCancel: window.viewModel.cancelProcessing()
+            runTimeText: window.viewModel.runTimeText
+            failedSoFar: window.viewModel.failedSoFar
+            onCancel: window.stopRun(false)
             Behavior on opacity  {
                 NumberAnimation {
                     duration: 180
@@ -231,6 +251,16 @@ ApplicationWindow {
 
     ItemDetailView {
         id: detailSheet
+    }
+    StopRunSheet {
+        id: stopRunSheet
+        processedCount: window.viewModel.processedCount
+        totalCount: window.viewModel.runTotal
+        onStop: quitAfter => {
+            window.viewModel.cancelProcessing();
+            if (quitAfter)
+                App.quit();
+        }
     }
     AboutSheet {
         id: aboutSheet
@@ -276,7 +306,7 @@ ApplicationWindow {
         id: cancelShortcut
         sequence: "Escape"
         enabled: window.viewModel.screenState === AppScreen.Processing
-        onActivated: window.viewModel.cancelProcessing()
+        onActivated: window.stopRun(false)
     }
     Shortcut {
         sequence: "Ctrl+Q"

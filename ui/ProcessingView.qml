@@ -14,13 +14,15 @@ Item {
     property int totalCount: 0
     property string currentFileName
     property string cancelShortcut
+    property string runTimeText
+    property int failedSoFar: 0
 
     signal cancel
 
     ColumnLayout {
         anchors.centerIn: parent
         spacing: 18
-        width: 380
+        width: 440
 
         TBSectionLabel {
             text: L.tr.text(L.ProcessingTitle)
@@ -44,6 +46,23 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             Layout.fillWidth: true
         }
+        Label {
+            objectName: "runTime"
+            visible: root.runTimeText.length > 0
+            text: root.runTimeText
+            font.pixelSize: 12
+            font.family: "monospace"
+            color: TBTheme.muted
+            Layout.alignment: Qt.AlignHCenter
+        }
+        Label {
+            objectName: "failedSoFar"
+            visible: root.failedSoFar > 0
+            text: L.tr.text(L.FailedCount, root.failedSoFar)
+            font.pixelSize: 12
+            color: TBTheme.error
+            Layout.alignment: Qt.AlignHCenter
+        }
         ProgressBar {
             id: bar
             objectName: "progress"
@@ -51,19 +70,21 @@ Item {
             to: 1
             // An empty run shows an empty bar, never a division by zero.
             value: root.totalCount > 0 ? root.processedCount / root.totalCount : 0
-            implicitWidth: 360
+            implicitWidth: 420
             Layout.alignment: Qt.AlignHCenter
             background: Rectangle {
-                implicitHeight: 6
-                radius: 3
+                implicitHeight: 10
+                radius: 5
                 color: TBTheme.btnBg
+                border.width: 1
+                border.color: TBTheme.border
             }
             contentItem: Item {
-                implicitHeight: 6
+                implicitHeight: 10
                 Rectangle {
                     width: bar.visualPosition * parent.width
                     height: parent.height
-                    radius: 3
+                    radius: 5
                     color: TBTheme.gold
                 }
             }

@@ -31,7 +31,9 @@ TBCard {
             font.weight: Font.DemiBold
             elide: Text.ElideRight
             // The choices first; the folder takes what is left.
-            Layout.preferredWidth: Math.min(implicitWidth, root.availableWidth - 280)
+            Layout.fillWidth: true
+            Layout.preferredWidth: implicitWidth
+            Layout.maximumWidth: implicitWidth
         }
         TBIcon {
             name: root.outputWarning.length > 0 || root.outputFolder.length === 0 ? "warning" : "folder"

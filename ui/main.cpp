@@ -5,6 +5,7 @@
 #include "files/UserPreferences.h"
 #include "localization/LanguageManager.h"
 #include "model/StandardPath.h"
+#include "ui/DesktopNotifier.h"
 #include "ui/DesktopRevealer.h"
 #include "ui/FilePanelPresenter.h"
 #include "ui/SupportWindowPresenter.h"
@@ -91,7 +92,8 @@ int main(int argc, char *argv[])
                                      .bookmarkStore = OutputFolderBookmarkStore(preferences),
                                      .settingsStore = SettingsStore(preferences),
                                      .supportPresenter = support,
-                                     .revealer = std::make_shared<DesktopRevealer>()},
+                                     .revealer = std::make_shared<DesktopRevealer>(),
+                                     .notifier = std::make_shared<DesktopNotifier>()},
                          language, paths);
     support->setEngine(&tonbrook.engine());
     if (!tonbrook.window())

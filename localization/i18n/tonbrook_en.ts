@@ -721,5 +721,29 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Failed files</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Elapsed %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>about %1 left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop processing?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 files are done. The files not yet written will stay in the queue; nothing written so far is lost.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep Going</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -739,5 +739,29 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Failed files</source>
         <translation>С ошибкой</translation>
     </message>
+    <message>
+        <source>Elapsed %1</source>
+        <translation>Прошло %1</translation>
+    </message>
+    <message>
+        <source>about %1 left</source>
+        <translation>осталось около %1</translation>
+    </message>
+    <message>
+        <source>Stop processing?</source>
+        <translation>Остановить обработку?</translation>
+    </message>
+    <message>
+        <source>%1 of %2 files are done. The files not yet written will stay in the queue; nothing written so far is lost.</source>
+        <translation>Готово файлов: %1 из %2. Файлы, которые ещё не записаны, останутся в очереди; уже записанное не пропадёт.</translation>
+    </message>
+    <message>
+        <source>Keep Going</source>
+        <translation>Продолжить</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Остановить</translation>
+    </message>
 </context>
 </TS>

@@ -6,6 +6,7 @@
 
 #include "GatedAnalyzer.h"
 #include "GatedProcessor.h"
+#include "RecordingNotifier.h"
 #include "RecordingRevealer.h"
 #include "ScriptedPanels.h"
 #include "app/MainViewModel.h"
@@ -27,6 +28,7 @@ public:
     std::shared_ptr<GatedProcessor> processor = std::make_shared<GatedProcessor>();
     std::shared_ptr<ScriptedPanels> panels = std::make_shared<ScriptedPanels>();
     std::shared_ptr<RecordingRevealer> revealer = std::make_shared<RecordingRevealer>();
+    std::shared_ptr<RecordingNotifier> notifier = std::make_shared<RecordingNotifier>();
     std::shared_ptr<QSettings> preferences;
     QTemporaryDir dir;
     std::unique_ptr<MainViewModel> controller;
@@ -40,7 +42,8 @@ public:
                         .bookmarkStore = OutputFolderBookmarkStore(preferences),
                         .analysisService = analyzer,
                         .processingService = processor,
-                        .revealer = revealer});
+                        .revealer = revealer,
+                        .notifier = notifier});
     }
 
     MainViewModel &vm() { return *controller; }

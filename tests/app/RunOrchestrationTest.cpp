@@ -2,6 +2,7 @@
 //
 // Measuring and processing runs: three at a time, results by id, progress,
 // cancellation, and what a run leaves behind.
+#include "../localization/LanguageFixture.h"
 #include "ControllerFixture.h"
 #include "localization/L.h"
 
@@ -16,7 +17,11 @@ class RunOrchestrationTest : public QObject
 {
     Q_OBJECT
 
+    LanguageFixture m_language;
+
 private Q_SLOTS:
+    void init() { m_language.manager().setSelection(AppLanguage::En); }
+
     void threeMeasuredAtOnceTheFourthWhenOneFinishes()
     {
         ControllerFixture f;
@@ -314,6 +319,42 @@ private Q_SLOTS:
         const ItemDetails failed = f.vm().itemData(f.idOf(QStringLiteral("Take 2.wav")).toString());
         QVERIFY(!failed.input.isEmpty());
         QVERIFY(failed.gain.isEmpty() && failed.output.isEmpty() && failed.outputPath.isEmpty());
+    }
+
+    void aRunSaysHowItGoes()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        f.vm().importPaths(f.numberedFiles(3));
+        QCOMPARE(f.vm().windowTitle(),
+                 QStringLiteral("Analyzing loudness\u2026 0/3 \u2014 Tonbrook"));
+        for (int i = 1; i <= 3; ++i)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Tonbrook"));
+        QCOMPARE(f.vm().runTimeText(), QString());
+
+        f.vm().process();
+        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Processing 0 of 3 \u2014 Tonbrook"));
+        QCOMPARE(f.vm().runTimeText(), QStringLiteral("Elapsed 0:00"));
+        QVERIFY(!f.vm().stoppingNeedsConfirmation()); // just started
+        f.processor->gate.release(
+            QStringLiteral("Take 1.wav"),
+            GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
+        QTRY_COMPARE(f.vm().failedSoFar(), 1);
+        // Once a file is done, the rest is estimated from it.
+        QVERIFY2(f.vm().runTimeText().startsWith(u"Elapsed 0:00 \u00b7 about 0:0"),
+                 qPrintable(f.vm().runTimeText()));
+        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Processing 1 of 3 \u2014 Tonbrook"));
+        QVERIFY(f.notifier->notified.isEmpty());
+        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
+        f.processor->gate.release(QStringLiteral("Take 3.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+        QCOMPARE(
+            f.notifier->notified,
+            QStringList{QStringLiteral("Processing Complete: 3 files processed \u00b7 1 failed")});
+        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Tonbrook"));
     }
 
     void measuringStartsAgainAfterARun()

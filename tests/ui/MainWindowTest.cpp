@@ -303,6 +303,37 @@ private Q_SLOTS:
                  QStringLiteral("2 files skipped: unsupported format (flac)"));
     }
 
+    void aLongRunIsNotStoppedWithoutAsking()
+    {
+        vm().importPaths(files({QStringLiteral("a.wav"), QStringLiteral("b.wav")}));
+        measureAll();
+        setOutputFolder();
+        vm().process();
+        QCOMPARE(vm().screenState(), AppScreenState::Processing);
+        QVERIFY(window()->title().startsWith(u"Processing 0 of 2"));
+        // "A few seconds" is the controller's own bound: wait past it.
+        QTest::qWait(MainViewModel::confirmAfterMilliseconds + 200);
+        QVERIFY(vm().stoppingNeedsConfirmation());
+
+        press(Qt::Key_Escape);
+        auto *sheet = item<QObject>("stopRunSheet");
+        QVERIFY(sheet);
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        QCOMPARE(vm().screenState(), AppScreenState::Processing);
+        click(item("keepGoing"));
+        QTRY_VERIFY(!sheet->property("opened").toBool());
+        QCOMPARE(vm().screenState(), AppScreenState::Processing);
+
+        // Closing the window asks too; Stop ends the run.
+        window()->close();
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        QVERIFY(window()->isVisible());
+        QCOMPARE(sheet->property("quitAfter").toBool(), true);
+        sheet->setProperty("quitAfter", false); // the test's event loop stays
+        click(item("stopRunConfirm"));
+        QTRY_COMPARE(vm().screenState(), AppScreenState::Idle);
+    }
+
     void theNextLaunchStartsWhereTheUserLeft()
     {
         // Chosen through what the panels call.
