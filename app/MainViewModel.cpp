@@ -40,6 +40,28 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
     m_queue.setOutputMode(m_settings.outputFormatMode);
     m_pool.setMaxThreadCount(4 * maxParallelJobs);
 
+    connect(&m_import, &ImportRun::found, this, [this](const QList<AudioFileItem> &items) {
+        const bool draining = !m_toAppend.isEmpty();
+        m_toAppend.append(items);
+        m_importFound += static_cast<int>(items.size());
+        Q_EMIT importingChanged();
+        if (!draining && !m_toAppend.isEmpty())
+            appendFound();
+    });
+    connect(&m_import, &ImportRun::finished, this,
+            [this](const ImportSummary &totals, bool cancelled) {
+                m_importTotals = totals;
+                if (cancelled) {
+                    // What was found but not yet shown is dropped, and not counted as added.
+                    m_importTotals->items.resize(m_importTotals->items.size() - m_toAppend.size());
+                    m_toAppend.clear();
+                }
+                if (m_toAppend.isEmpty()) {
+                    imported(*std::exchange(m_importTotals, std::nullopt));
+                    Q_EMIT importingChanged();
+                    importInBackground(std::exchange(m_waitingPaths, {}));
+                }
+            });
     connect(&m_analysis, &AnalysisRun::started, this, [this](const QUuid &id) {
         m_queue.update(id, [](AudioFileItem &item) {
             if (item.status.kind() == ProcessingStatus::Kind::Queued)
@@ -207,14 +229,14 @@ void MainViewModel::restoreOutputFolder()
 
 void MainViewModel::selectFiles()
 {
-    importPaths(m_services.panelPresenter->presentFilePanel(extensionsOfAllFormats()));
+    importInBackground(m_services.panelPresenter->presentFilePanel(extensionsOfAllFormats()));
 }
 
 void MainViewModel::selectFolder()
 {
     const QStringList folders = m_services.panelPresenter->presentFolderPanel();
     if (!folders.isEmpty())
-        importPaths(folders);
+        importInBackground(folders);
 }
 
 void MainViewModel::importURLs(const QList<QUrl> &urls)
@@ -227,23 +249,67 @@ void MainViewModel::importURLs(const QList<QUrl> &urls)
     // A drop of something that is no local file still says so.
     while (paths.size() < urls.size())
         paths.append(QString());
-    importPaths(paths);
+    importInBackground(paths);
 }
 
 void MainViewModel::importPaths(const QStringList &paths)
 {
     if (paths.isEmpty())
         return;
-    ImportSummary summary = m_services.importService->importPaths(paths, queue());
+    const ImportSummary summary = m_services.importService->importPaths(paths, queue());
+    m_queue.append(summary.items);
+    imported(summary);
+}
+
+void MainViewModel::imported(const ImportSummary &summary)
+{
     m_lastImport = ImportCounts{.added = static_cast<int>(summary.items.size()),
                                 .duplicates = summary.duplicateCount,
                                 .unsupported = summary.unsupportedFormats};
-    m_queue.append(summary.items);
     setImportNotice(
         L::importNotice(m_lastImport->added, m_lastImport->duplicates, m_lastImport->unsupported));
     revalidateOutputFolder();
     analyzeQueue();
     Q_EMIT derivedChanged();
+}
+
+void MainViewModel::importInBackground(const QStringList &paths)
+{
+    if (paths.isEmpty())
+        return;
+    if (isImporting()) {
+        m_waitingPaths.append(paths);
+        return;
+    }
+    m_importFound = 0;
+    m_importTotals.reset();
+    m_import.start(paths, queue(), m_services.importService);
+    Q_EMIT importingChanged();
+}
+
+void MainViewModel::cancelImport()
+{
+    m_import.cancel();
+    m_waitingPaths.clear();
+}
+
+void MainViewModel::appendFound()
+{
+    // About a frame's worth of rows at a time.
+    constexpr qsizetype slice = 5000;
+    const QList<AudioFileItem> next = m_toAppend.first(std::min(slice, m_toAppend.size()));
+    m_toAppend.remove(0, next.size());
+    m_queue.append(next);
+    Q_EMIT derivedChanged();
+    if (!m_toAppend.isEmpty()) {
+        QTimer::singleShot(0, this, &MainViewModel::appendFound);
+        return;
+    }
+    if (m_importTotals && !m_import.isRunning()) {
+        imported(*std::exchange(m_importTotals, std::nullopt));
+        Q_EMIT importingChanged();
+        importInBackground(std::exchange(m_waitingPaths, {}));
+    }
 }
 
 void MainViewModel::toggleSelection(const QString &id)
@@ -289,6 +355,8 @@ void MainViewModel::removeSelected()
 
 void MainViewModel::clearQueue()
 {
+    cancelImport();
+    m_toAppend.clear();
     // Running analyses stop through the old token; later ones get a new one.
     m_analysis.stop();
     m_queue.clear();

@@ -5,6 +5,7 @@
 #include "app/AppScreenState.h"
 #include "app/AppServices.h"
 #include "app/CompletionSummary.h"
+#include "app/ImportRun.h"
 #include "app/ItemDetails.h"
 #include "app/ProcessingRun.h"
 #include "app/QueueModel.h"
@@ -47,6 +48,8 @@ class MainViewModel : public QObject
                    completionSummaryChanged)
     Q_PROPERTY(QVariantList failures READ failures NOTIFY completionSummaryChanged)
     Q_PROPERTY(bool isAnalyzing READ isAnalyzing NOTIFY analysisChanged)
+    Q_PROPERTY(bool isImporting READ isImporting NOTIFY importingChanged)
+    Q_PROPERTY(int importFoundCount READ importFoundCount NOTIFY importingChanged)
     Q_PROPERTY(int analysisDone READ analysisDone NOTIFY analysisChanged)
     Q_PROPERTY(int analysisTotal READ analysisTotal NOTIFY analysisChanged)
     Q_PROPERTY(int fileCount READ fileCount NOTIFY derivedChanged)
@@ -134,7 +137,15 @@ public:
     Q_INVOKABLE void selectFiles();
     Q_INVOKABLE void selectFolder();
     Q_INVOKABLE void importURLs(const QList<QUrl> &urls);
+    // Imports at once, before returning (the command line, scripts).
     void importPaths(const QStringList &paths);
+    // Imports off the GUI thread: rows appear as paths are scanned, and the
+    // window never waits. A second import waits for the first.
+    void importInBackground(const QStringList &paths);
+    bool isImporting() const { return m_import.isRunning() || !m_toAppend.isEmpty(); }
+    // Files found so far by the import under way.
+    int importFoundCount() const { return m_importFound; }
+    Q_INVOKABLE void cancelImport();
     Q_INVOKABLE void toggleSelection(const QString &id);
     void toggleSelection(const QUuid &id);
     Q_INVOKABLE void toggleSelectAll();
@@ -192,6 +203,7 @@ Q_SIGNALS:
     void processingProgressChanged();
     void completionSummaryChanged();
     void analysisChanged();
+    void importingChanged();
     void derivedChanged();
     void windowTitleChanged();
     // Once a second while processing.
@@ -209,6 +221,10 @@ private:
     };
 
     void revalidateOutputFolder();
+    // After an import: its notice, the output folder's check, and measuring.
+    void imported(const ImportSummary &summary);
+    // Appends found items a slice at a time, so the window draws in between.
+    void appendFound();
     void processItems(const QList<QUuid> &targets);
     void applyMeasurement(const AnalysisRun::Result &result);
     void applyJobOutput(const ProcessingRun::Job &job, const JobOutput &output, bool cancelled);
@@ -236,5 +252,10 @@ private:
     QTimer m_runClock;
     QThreadPool m_pool;
     AnalysisRun m_analysis{m_pool, maxParallelJobs};
+    ImportRun m_import{m_pool};
+    QList<AudioFileItem> m_toAppend;
+    std::optional<ImportSummary> m_importTotals;
+    QStringList m_waitingPaths;
+    int m_importFound = 0;
     ProcessingRun m_processing{m_pool, maxParallelJobs};
 };

@@ -392,6 +392,8 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "Keep Going"), false};
     case L::StopRun:
         return {QT_TRANSLATE_NOOP("L", "Stop"), false};
+    case L::ImportScanning:
+        return {QT_TRANSLATE_NOOP("L", "Scanning\u2026 %1 found"), false};
     case L::SkippedUnsupported:
         return {QT_TRANSLATE_N_NOOP("L", "%n file(s) skipped: unsupported format (%1)"), true};
     case L::SkippedNotAudio:

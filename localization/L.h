@@ -187,6 +187,7 @@ public:
         StopRunBody,
         KeepGoing,
         StopRun,
+        ImportScanning,
     };
     Q_ENUM(Text)
 

@@ -28,6 +28,9 @@ TBCard {
     property string addFilesShortcut
     property string addFolderShortcut
     property string removeShortcut
+    // Folders are being scanned; so many files found so far.
+    property bool isImporting: false
+    property int importFoundCount: 0
     // Which files the list shows (QueueView.Filter).
     property int filter: QueueView.All
 
@@ -37,6 +40,7 @@ TBCard {
     signal removeSelected
     signal clearQueue
     signal filterChosen(int filter)
+    signal cancelImport
 
     background: Rectangle {
         color: root.isDragOver ? TBTheme.goldSubtle : TBTheme.panel
@@ -48,6 +52,31 @@ TBCard {
     ColumnLayout {
         anchors.fill: parent
         spacing: 12
+
+        // A scan under way, on an empty queue or a loaded one.
+        RowLayout {
+            objectName: "importBusy"
+            visible: root.isImporting
+            spacing: 10
+            Layout.alignment: Qt.AlignHCenter
+            TBSpinningIcon {
+                name: "arrows"
+                color: TBTheme.info
+                size: 14
+            }
+            Label {
+                objectName: "importScanning"
+                text: L.tr.text(L.ImportScanning, root.importFoundCount)
+                color: TBTheme.text
+                font.pixelSize: 12
+            }
+            TBOutlinedButton {
+                objectName: "cancelImportButton"
+                text: L.tr.text(L.Cancel)
+                Layout.preferredHeight: 26
+                onClicked: root.cancelImport()
+            }
+        }
 
         // Nothing loaded yet.
         ColumnLayout {

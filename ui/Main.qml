@@ -140,6 +140,9 @@ ApplicationWindow {
                     onRemoveSelected: window.viewModel.removeSelected()
                     onClearQueue: window.viewModel.clearQueue()
                     filter: window.viewModel.queueView.filter
+                    isImporting: window.viewModel.isImporting
+                    importFoundCount: window.viewModel.importFoundCount
+                    onCancelImport: window.viewModel.cancelImport()
                     onFilterChosen: filter => window.viewModel.queueView.filter = filter
                     Layout.fillWidth: true
                 }

@@ -34,7 +34,7 @@ TonbrookApp::TonbrookApp(MainViewModel::Services services, LanguageManager &lang
 
     if (!initialPaths.isEmpty()) {
         QTimer::singleShot(0, m_viewModel.get(), [viewModel = m_viewModel.get(), initialPaths] {
-            viewModel->importPaths(initialPaths);
+            viewModel->importInBackground(initialPaths);
         });
     }
 }

@@ -745,5 +745,9 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Stop</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Scanning… %1 found</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

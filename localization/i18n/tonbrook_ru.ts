@@ -763,5 +763,9 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>Stop</source>
         <translation>Остановить</translation>
     </message>
+    <message>
+        <source>Scanning… %1 found</source>
+        <translation>Поиск файлов… найдено: %1</translation>
+    </message>
 </context>
 </TS>

@@ -87,6 +87,37 @@ private Q_SLOTS:
         QCOMPARE(f.vm().importNotice(), std::optional(russian));
     }
 
+    void importsInTheBackground()
+    {
+        ControllerFixture f;
+        QStringList names;
+        for (int i = 1; i <= 12000; ++i) // more than one slice of rows
+            names.append(QStringLiteral("Big/%1/take %2.wav").arg(i % 7).arg(i));
+        f.files(names);
+        f.files({QStringLiteral("Small/a.wav"), QStringLiteral("Small/b.wav")});
+        const QString big = f.dir.filePath(QStringLiteral("in/Big"));
+        const QString small = f.dir.filePath(QStringLiteral("in/Small"));
+
+        // Cancelled before anything was shown: nothing comes in.
+        f.vm().importInBackground({big});
+        QVERIFY(f.vm().isImporting());
+        f.vm().cancelImport();
+        QTRY_VERIFY(!f.vm().isImporting());
+        QVERIFY(f.vm().queue().isEmpty());
+        QCOMPARE(f.vm().importNotice(), std::nullopt);
+
+        // A second import waits for the first, so nothing comes in twice.
+        f.vm().importInBackground({big});
+        f.vm().importInBackground({small, big});
+        QVERIFY(f.vm().isImporting());
+        QTRY_VERIFY_WITH_TIMEOUT(!f.vm().isImporting(), 30000);
+        QCOMPARE(f.vm().queue().size(), 12002);
+        QCOMPARE(f.vm().importFoundCount(), 2);
+        QCOMPARE(f.vm().importNotice(),
+                 std::optional(QStringLiteral("2 added \u00b7 12000 already in queue")));
+        QVERIFY(f.vm().isAnalyzing());
+    }
+
     void theListSortsAndFilters()
     {
         ControllerFixture f;
