@@ -138,8 +138,9 @@ std::optional<FileStamp> stamp(const QString &path)
     if (::stat(encodedPath(path).constData(), &info) != 0)
         return std::nullopt;
     return FileStamp{.size = static_cast<qint64>(info.st_size),
-                     .modifiedNanoseconds = static_cast<qint64>(info.st_mtim.tv_sec) * 1'000'000'000 +
-                                            info.st_mtim.tv_nsec,
+                     .modifiedNanoseconds =
+                         static_cast<qint64>(info.st_mtim.tv_sec) * 1'000'000'000 +
+                         info.st_mtim.tv_nsec,
                      .inode = static_cast<quint64>(info.st_ino)};
 }
 

@@ -18,7 +18,6 @@ struct LoudnessPreset
     static const QList<LoudnessPreset> &builtIn();
     static std::optional<LoudnessPreset> builtIn(QStringView id);
 
-
     friend bool operator==(const LoudnessPreset &, const LoudnessPreset &) = default;
 };
 
