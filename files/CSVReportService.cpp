@@ -110,18 +110,8 @@ std::optional<QString> write(const QString &path, const QList<ProcessingResult> 
 
 bool looksLikeAudio(const QString &path)
 {
-    static const QStringList otherAudio{
-        QStringLiteral("flac"), QStringLiteral("ogg"), QStringLiteral("oga"),
-        QStringLiteral("opus"), QStringLiteral("wma"), QStringLiteral("m4b"),
-        QStringLiteral("mp2"),  QStringLiteral("ac3"), QStringLiteral("ape"),
-        QStringLiteral("wv"),   QStringLiteral("mka"), QStringLiteral("w64"),
-        QStringLiteral("rf64"), QStringLiteral("bwf"), QStringLiteral("aifc"),
-        QStringLiteral("au"),   QStringLiteral("snd"), QStringLiteral("mp4"),
-        QStringLiteral("aac"),  QStringLiteral("dsf"), QStringLiteral("amr")};
     const QString name = fileNameOf(path);
-    const qsizetype dot = name.lastIndexOf(u'.');
-    if (SourceAudioFormats::fromFileName(name) ||
-        (dot > 0 && otherAudio.contains(name.mid(dot + 1).toLower())))
+    if (SourceAudioFormats::fromFileName(name) || SourceAudioFormats::otherAudioExtension(name))
         return true;
     const int fd = ::open(encodedPath(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0)

@@ -85,7 +85,7 @@ void walk(const QByteArray &path, const QByteArray &prefix, Walk &walked)
             if (hasAudioExtension(name.constData()))
                 walked.found.push_back({relative});
             else if (walked.skipped)
-                if (const auto other = FolderScanner::otherAudioExtension(decodedPath(name)))
+                if (const auto other = SourceAudioFormats::otherAudioExtension(decodedPath(name)))
                     ++(*walked.skipped)[*other];
         } else if (type == DT_DIR && !FolderScanner::isPackageName(decodedPath(name))) {
             walk(path.endsWith('/') ? QByteArray(path + name) : QByteArray(path + '/' + name),
@@ -106,23 +106,6 @@ bool FolderScanner::isPackageName(QStringView name)
         QStringLiteral("pkg"),    QStringLiteral("mpkg")};
     const qsizetype dot = name.lastIndexOf(u'.');
     return dot > 0 && packages.contains(name.mid(dot + 1).toString().toLower());
-}
-
-std::optional<QString> FolderScanner::otherAudioExtension(QStringView name)
-{
-    // Formats a sound library holds beside those Tonbrook reads.
-    static const QStringList others{
-        QStringLiteral("flac"), QStringLiteral("ogg"), QStringLiteral("oga"),
-        QStringLiteral("opus"), QStringLiteral("aac"), QStringLiteral("wma"),
-        QStringLiteral("ape"),  QStringLiteral("wv"),  QStringLiteral("alac"),
-        QStringLiteral("mka"),  QStringLiteral("w64"), QStringLiteral("dsf"),
-        QStringLiteral("dff"),  QStringLiteral("amr"), QStringLiteral("au"),
-        QStringLiteral("snd"),  QStringLiteral("mp2")};
-    const qsizetype dot = name.lastIndexOf(u'.');
-    if (dot <= 0)
-        return std::nullopt;
-    const QString extension = name.mid(dot + 1).toString().toLower();
-    return others.contains(extension) ? std::optional(extension) : std::nullopt;
 }
 
 QList<ScannedAudioFile> FolderScanner::scanFolder(const QString &folder,

@@ -3,8 +3,6 @@
 
 #include "files/FolderScanning.h"
 
-#include <optional>
-
 // Walks a folder tree the way a file browser presents it: hidden names
 // (leading ".") are skipped, symbolic links are neither followed nor taken,
 // package folders (app, bundle, vst3 and the like) are one opaque entry, and
@@ -16,9 +14,6 @@ class FolderScanner final : public FolderScanning
 public:
     QList<ScannedAudioFile> scanFolder(const QString &folder,
                                        QMap<QString, int> *skipped = nullptr) const override;
-    // The extension, lower-case, of a file in an audio format Tonbrook does
-    // not read; absent for anything else.
-    static std::optional<QString> otherAudioExtension(QStringView name);
 
     // Whether a folder with this name is a package that is never entered.
     static bool isPackageName(QStringView name);

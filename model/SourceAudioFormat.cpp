@@ -3,6 +3,8 @@
 
 #include "model/RawValues.h"
 
+#include <QStringList>
+
 namespace SourceAudioFormats {
 
 namespace {
@@ -25,6 +27,25 @@ std::optional<SourceAudioFormat> fromFileName(QStringView fileName)
     if (dot < 0)
         return std::nullopt;
     return fromRawValue(fileName.mid(dot + 1).toString().toLower());
+}
+
+std::optional<QString> otherAudioExtension(QStringView fileName)
+{
+    // Formats a sound library holds beside those Tonbrook reads.
+    static const QStringList others{
+        QStringLiteral("flac"), QStringLiteral("ogg"), QStringLiteral("oga"),
+        QStringLiteral("opus"), QStringLiteral("wma"), QStringLiteral("m4b"),
+        QStringLiteral("mp2"),  QStringLiteral("ac3"), QStringLiteral("ape"),
+        QStringLiteral("wv"),   QStringLiteral("mka"), QStringLiteral("w64"),
+        QStringLiteral("rf64"), QStringLiteral("bwf"), QStringLiteral("aifc"),
+        QStringLiteral("au"),   QStringLiteral("snd"), QStringLiteral("mp4"),
+        QStringLiteral("aac"),  QStringLiteral("dsf"), QStringLiteral("dff"),
+        QStringLiteral("amr"),  QStringLiteral("alac")};
+    const qsizetype dot = fileName.lastIndexOf(u'.');
+    if (dot <= 0)
+        return std::nullopt;
+    const QString extension = fileName.mid(dot + 1).toString().toLower();
+    return others.contains(extension) ? std::optional(extension) : std::nullopt;
 }
 
 } // namespace SourceAudioFormats

@@ -30,5 +30,9 @@ QString rawValue(SourceAudioFormat format);
 std::optional<SourceAudioFormat> fromRawValue(QStringView text);
 // The format a file name's extension names, ignoring case; absent without one.
 std::optional<SourceAudioFormat> fromFileName(QStringView fileName);
+// The extension, lower-case, of a file in an audio format Tonbrook does not
+// read ("flac", "ogg", ...); absent for the formats it reads and for
+// anything that is not audio.
+std::optional<QString> otherAudioExtension(QStringView fileName);
 
 } // namespace SourceAudioFormats

@@ -255,26 +255,21 @@ private Q_SLOTS:
                                                             .finalLUFS = -14.0,
                                                             .appliedGain = 6.5,
                                                             .truePeak = -1.75};
+        // Held back by the true-peak ceiling; the warning quotes the loudness it started from.
+        const auto limited = [&](const QString &target) {
+            return ProcessingResult{.sourceFileName = name,
+                                    .outputFileName = name,
+                                    .originalLUFS = -20.0,
+                                    .finalLUFS = -18.0,
+                                    .appliedGain = 2.0,
+                                    .truePeak = -1.0,
+                                    .outcome = O::PeakLimited,
+                                    .warningMessage = QStringLiteral("Target ") + target + tail};
+        };
         QTest::newRow("limited, stored loudness in the warning")
-            << true << std::optional(peakyFile) << peakyFile
-            << ProcessingResult{.sourceFileName = name,
-                                .outputFileName = name,
-                                .originalLUFS = -20.0,
-                                .finalLUFS = -18.0,
-                                .appliedGain = 2.0,
-                                .truePeak = -1.0,
-                                .outcome = O::PeakLimited,
-                                .warningMessage = QStringLiteral("Target -20.00") + tail};
+            << true << std::optional(peakyFile) << peakyFile << limited(u"-20.00"_qs);
         QTest::newRow("limited, measured during the call: 0.00 in the warning")
-            << true << none << peakyFile
-            << ProcessingResult{.sourceFileName = name,
-                                .outputFileName = name,
-                                .originalLUFS = -20.0,
-                                .finalLUFS = -18.0,
-                                .appliedGain = 2.0,
-                                .truePeak = -1.0,
-                                .outcome = O::PeakLimited,
-                                .warningMessage = QStringLiteral("Target 0.00") + tail};
+            << true << none << peakyFile << limited(u"0.00"_qs);
         QTest::newRow("silence: unity gain, no figures that are not finite")
             << true << std::optional(silentFile) << silentFile
             << ProcessingResult{.sourceFileName = name, .outputFileName = name, .appliedGain = 0.0};
