@@ -431,8 +431,11 @@ void MainViewModel::analyzeQueue()
     if (pending.empty())
         return;
     // Waiting until a job takes it: only the files being measured spin.
+    QList<QUuid> ids;
+    ids.reserve(static_cast<qsizetype>(pending.size()));
     for (const auto &[id, path] : pending)
-        setStatus(ProcessingStatus::queued(), id);
+        ids.append(id);
+    m_queue.setStatus(ids, ProcessingStatus::queued());
     m_analysis.start(std::move(pending), m_services.analysisService,
                      m_settings.effectiveTargetLUFS(), m_settings.truePeakCeiling);
 }

@@ -5,6 +5,8 @@
 #include "model/NumberFormat.h"
 #include "model/StandardPath.h"
 
+#include <algorithm>
+
 namespace {
 
 QString outputLabel(const AudioFileItem &item, OutputFormatMode mode)
@@ -270,6 +272,21 @@ void QueueModel::count(const AudioFileItem &item, int sign)
                entry != m_folders.end() && --*entry == 0) {
         m_folders.erase(entry);
     }
+}
+
+void QueueModel::setStatus(const QList<QUuid> &ids, const ProcessingStatus &status)
+{
+    int first = static_cast<int>(m_items.size());
+    int last = -1;
+    for (const QUuid &id : ids) {
+        if (const auto row = rowOf(id)) {
+            m_items[*row].status = status;
+            first = std::min(first, *row);
+            last = std::max(last, *row);
+        }
+    }
+    if (last >= first)
+        Q_EMIT dataChanged(index(first), index(last), {StatusRole, StatusTextRole, BusyRole});
 }
 
 void QueueModel::everyRowChanged(const QList<int> &roles)
