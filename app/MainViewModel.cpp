@@ -81,8 +81,16 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
         setReportError(std::nullopt);
         setScreenState(AppScreenState::Processing);
     });
-    connect(&m_processing, &ProcessingRun::jobStarted, this,
-            [this](const QUuid &id) { setStatus(ProcessingStatus::processing(), id); });
+    connect(&m_processing, &ProcessingRun::jobStarted, this, [this](const QUuid &id) {
+        setStatus(ProcessingStatus::processing(), id);
+        m_writing.append(id);
+        Q_EMIT runningFilesChanged();
+    });
+    connect(&m_processing, &ProcessingRun::jobProgress, this,
+            [this](const QUuid &id, double fraction) {
+                m_queue.setProgress(id, fraction);
+                Q_EMIT runningFilesChanged();
+            });
     connect(&m_processing, &ProcessingRun::jobFinished, this, &MainViewModel::applyJobOutput);
     connect(&m_processing, &ProcessingRun::progressChanged, this, [this] {
         Q_EMIT processingProgressChanged();
@@ -196,6 +204,21 @@ QString MainViewModel::runTimeText() const
     if (done > 0 && left > 0)
         text += QStringLiteral(" \u00b7 ") + L::text(L::RunRemaining, clock(elapsed * left / done));
     return text;
+}
+
+QVariantList MainViewModel::runningFiles() const
+{
+    QVariantList files;
+    for (const QUuid &id : m_writing) {
+        const auto row = m_queue.rowOf(id);
+        if (!row)
+            continue;
+        const QModelIndex at = m_queue.index(*row);
+        files.append(
+            QVariantMap{{QStringLiteral("fileName"), m_queue.data(at, QueueModel::FileNameRole)},
+                        {QStringLiteral("progress"), m_queue.data(at, QueueModel::ProgressRole)}});
+    }
+    return files;
 }
 
 bool MainViewModel::stoppingNeedsConfirmation() const
@@ -504,6 +527,9 @@ void MainViewModel::processItems(const QList<QUuid> &targets)
 void MainViewModel::applyJobOutput(const ProcessingRun::Job &job, const JobOutput &output,
                                    bool cancelled)
 {
+    m_queue.setProgress(job.item.id, std::nullopt);
+    if (m_writing.removeOne(job.item.id))
+        Q_EMIT runningFilesChanged();
     const ItemChange change = JobOutcome::itemChange(
         output, cancelled, displayedPath(fileNameOf(job.item.sourcePath)), job.destination);
     if (change.installationFault) {

@@ -64,6 +64,7 @@ class MainViewModel : public QObject
     Q_PROPERTY(QString footerLeadingText READ footerLeadingText NOTIFY derivedChanged)
     Q_PROPERTY(QString footerTrailingText READ footerTrailingText NOTIFY derivedChanged)
     Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
+    Q_PROPERTY(QVariantList runningFiles READ runningFiles NOTIFY runningFilesChanged)
     Q_PROPERTY(QString runTimeText READ runTimeText NOTIFY runClockChanged)
     Q_PROPERTY(int failedSoFar READ failedSoFar NOTIFY processingProgressChanged)
     Q_PROPERTY(bool stoppingNeedsConfirmation READ stoppingNeedsConfirmation NOTIFY runClockChanged)
@@ -127,6 +128,9 @@ public:
     // "Elapsed 1:05 · about 3:20 left" while processing; the estimate once a file is done.
     QString runTimeText() const;
     int failedSoFar() const { return m_processing.failedCount(); }
+    // The files being written now, in queue order, each {fileName, progress}
+    // (progress 0 to 1, or -1 while not known).
+    QVariantList runningFiles() const;
     // A run longer than a few seconds is not stopped (or the window closed)
     // without asking.
     bool stoppingNeedsConfirmation() const;
@@ -206,6 +210,7 @@ Q_SIGNALS:
     void importingChanged();
     void derivedChanged();
     void windowTitleChanged();
+    void runningFilesChanged();
     // Once a second while processing.
     void runClockChanged();
     // One item of a run has its outcome (written, warned, failed or cancelled).
@@ -254,6 +259,8 @@ private:
     AnalysisRun m_analysis{m_pool, maxParallelJobs};
     ImportRun m_import{m_pool};
     QList<AudioFileItem> m_toAppend;
+    // The files being written now, in the order they started.
+    QList<QUuid> m_writing;
     std::optional<ImportSummary> m_importTotals;
     QStringList m_waitingPaths;
     int m_importFound = 0;

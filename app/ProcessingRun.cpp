@@ -6,6 +6,8 @@
 #include "files/OutputDestination.h"
 #include "model/StandardPath.h"
 
+#include <QPointer>
+
 #include <set>
 
 ProcessingRun::ProcessingRun(QThreadPool &pool, int width, QObject *parent)
@@ -71,12 +73,28 @@ void ProcessingRun::start(const QList<AudioFileItem> &items, const ProcessingSet
         inFlight->insert(index);
         Q_EMIT jobStarted((*jobs)[index].item.id);
     };
-    callbacks.work = [processor, token, settings, jobs](const Entry &index) -> JobOutput {
+    const QPointer<ProcessingRun> self(this);
+    callbacks.work = [processor, token, settings, jobs, self](const Entry &index) -> JobOutput {
         const Job &job = (*jobs)[index];
+        // Told to the GUI thread a whole per cent at a time.
+        int told = -1;
+        const auto progress = [&job, &told, self](double fraction) {
+            const int percent = static_cast<int>(fraction * 100);
+            if (percent == told)
+                return;
+            told = percent;
+            QMetaObject::invokeMethod(
+                self,
+                [self, id = job.item.id, percent] {
+                    if (self)
+                        Q_EMIT self->jobProgress(id, percent / 100.0);
+                },
+                Qt::QueuedConnection);
+        };
         return JobOutcome::run(
             [&] {
-                return processor->process(job.item, job.destination, job.encoding, settings,
-                                          *token);
+                return processor->processReporting(job.item, job.destination, job.encoding,
+                                                   settings, *token, progress);
             },
             displayedPath(fileNameOf(job.item.sourcePath)));
     };

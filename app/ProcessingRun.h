@@ -65,6 +65,8 @@ Q_SIGNALS:
     // A run is planned and its count reset; its first jobs start right after.
     void runStarted();
     void jobStarted(const QUuid &id);
+    // How far a running job has written its file, 0 to 1 (in steps of 1 %).
+    void jobProgress(const QUuid &id, double fraction);
     // A job's output, and whether its run had been cancelled by then.
     void jobFinished(const ProcessingRun::Job &job, const JobOutput &output, bool cancelled);
     void progressChanged();

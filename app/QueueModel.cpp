@@ -65,6 +65,8 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
         return QStringLiteral("\u2014");
     case LoudnessStateRole:
         return QVariant::fromValue(loudnessStateOf(item));
+    case ProgressRole:
+        return m_progress.value(item.id, -1.0);
     case GainTextRole:
         return item.result && item.result->appliedGain
                    ? QString(NumberFormat::signedFixed(*item.result->appliedGain, 1) +
@@ -100,6 +102,7 @@ QHash<int, QByteArray> QueueModel::roleNames() const
             {LoudnessTextRole, "loudnessText"},
             {LoudnessStateRole, "loudnessState"},
             {GainTextRole, "gainText"},
+            {ProgressRole, "progress"},
             {OutputLabelRole, "outputLabel"},
             {StatusRole, "status"},
             {StatusTextRole, "statusText"},
@@ -160,6 +163,8 @@ void QueueModel::remove(const QSet<QUuid> &ids)
     if (rows.isEmpty())
         return;
     m_selected.subtract(ids);
+    for (const QUuid &id : ids)
+        m_progress.remove(id);
     if (rows.size() == 1) {
         beginRemoveRows({}, rows.first(), rows.first());
         count(m_items.at(rows.first()), -1);
@@ -187,6 +192,7 @@ void QueueModel::clear()
     m_unmeasured = 0;
     m_folders.clear();
     m_selected.clear();
+    m_progress.clear();
     endResetModel();
 }
 
@@ -272,6 +278,19 @@ void QueueModel::count(const AudioFileItem &item, int sign)
                entry != m_folders.end() && --*entry == 0) {
         m_folders.erase(entry);
     }
+}
+
+void QueueModel::setProgress(const QUuid &id, std::optional<double> fraction)
+{
+    const auto row = rowOf(id);
+    if (!row)
+        return;
+    if (fraction)
+        m_progress.insert(id, *fraction);
+    else if (!m_progress.remove(id))
+        return;
+    const QModelIndex at = index(*row);
+    Q_EMIT dataChanged(at, at, {ProgressRole});
 }
 
 void QueueModel::setStatus(const QList<QUuid> &ids, const ProcessingStatus &status)

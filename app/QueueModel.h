@@ -31,6 +31,7 @@ public:
         LoudnessTextRole,
         LoudnessStateRole, // LoudnessState
         GainTextRole,      // "+5.5 dB" once written, else empty
+        ProgressRole,      // how far a file being written has come, 0 to 1; -1 when not known
         OutputLabelRole,
         StatusRole,        // ProcessingStatus::Kind
         StatusTextRole,    // the badge's word in the interface language
@@ -69,6 +70,8 @@ public:
     void append(const QList<AudioFileItem> &items);
     // Changes the item with this id in place; false when there is none.
     bool update(const QUuid &id, const std::function<void(AudioFileItem &)> &change);
+    // How far a file being written has come (absent: not being written, or not known).
+    void setProgress(const QUuid &id, std::optional<double> fraction);
     // Gives these items one status, with one change signal for the rows they
     // span: an import of 100,000 files is queued for measuring in one step.
     void setStatus(const QList<QUuid> &ids, const ProcessingStatus &status);
@@ -102,6 +105,7 @@ private:
     QHash<QUuid, int> m_rows;
     int m_unmeasured = 0;
     QHash<QString, int> m_folders; // items per folder
+    QHash<QUuid, double> m_progress;
     QSet<QUuid> m_selected;
     OutputFormatMode m_outputMode = OutputFormatMode::KeepOriginal;
 };

@@ -131,6 +131,30 @@ std::optional<AudioStreamFacts> streamFacts(const QString &path)
     return facts;
 }
 
+std::optional<double> durationSeconds(const QString &path)
+{
+    if (isSomethingOtherThanAFile(path))
+        return std::nullopt;
+    AVFormatContext *context = nullptr;
+    const QByteArray systemPath = encodedPath(path);
+    if (avformat_open_input(&context, systemPath.constData(), nullptr, nullptr) < 0)
+        return std::nullopt;
+    std::optional<double> seconds;
+    for (unsigned i = 0; i < context->nb_streams && !seconds; ++i) {
+        const AVStream *stream = context->streams[i];
+        if (stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO &&
+            stream->duration != AV_NOPTS_VALUE && stream->duration > 0)
+            seconds = static_cast<double>(stream->duration) * av_q2d(stream->time_base);
+    }
+    if (!seconds) {
+        context->probesize = 64 * 1024;
+        if (avformat_find_stream_info(context, nullptr) >= 0 && context->duration > 0)
+            seconds = static_cast<double>(context->duration) / AV_TIME_BASE;
+    }
+    avformat_close_input(&context);
+    return seconds;
+}
+
 std::optional<FileStamp> stamp(const QString &path)
 {
     struct stat info

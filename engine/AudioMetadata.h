@@ -24,6 +24,10 @@ std::optional<AudioStreamFacts> streamFacts(const QString &path);
 // for ever, so nothing that reads sources opens one.
 bool isSomethingOtherThanAFile(const QString &path);
 
+// How long the first audio stream plays, in seconds, from the container (or,
+// where it does not say, from a short look at the stream); absent when unknown.
+std::optional<double> durationSeconds(const QString &path);
+
 // The file as it is now; absent when it cannot be looked at.
 std::optional<FileStamp> stamp(const QString &path);
 

@@ -188,9 +188,10 @@ class ChildRun
 {
 public:
     ChildRun(pid_t pid, Pipe &&stdoutPipe, Pipe &&stderrPipe, const CancellationToken &cancellation,
-             std::optional<std::chrono::seconds> timeLimit)
+             std::optional<std::chrono::seconds> timeLimit, FFmpegRunning::OutputListener onOutput)
         : m_pid(pid)
         , m_cancellation(cancellation)
+        , m_onOutput(std::move(onOutput))
     {
         if (timeLimit)
             m_deadline = Clock::now() + *timeLimit;
@@ -294,9 +295,11 @@ private:
                 continue;
             char buffer[65536];
             const ssize_t count = ::read(fds[i].fd, buffer, sizeof buffer);
-            if (count > 0)
+            if (count > 0) {
                 m_streams[i].bytes.append(buffer, count);
-            else if (count == 0 || (errno != EINTR && errno != EAGAIN))
+                if (i == 0 && m_onOutput)
+                    m_onOutput(QByteArrayView(buffer, count));
+            } else if (count == 0 || (errno != EINTR && errno != EAGAIN))
                 m_streams[i].fd.reset();
         }
         return true;
@@ -325,6 +328,7 @@ private:
 
     pid_t m_pid;
     const CancellationToken &m_cancellation;
+    FFmpegRunning::OutputListener m_onOutput;
     std::array<Stream, 2> m_streams;
     int m_status = 0;
     bool m_exited = false;
@@ -357,6 +361,13 @@ FFmpegRunner::FFmpegRunner(std::optional<QString> binaryPath)
 FFmpegResult FFmpegRunner::run(const QStringList &arguments,
                                const CancellationToken &cancellation) const
 {
+    return runListening(arguments, cancellation, {});
+}
+
+FFmpegResult FFmpegRunner::runListening(const QStringList &arguments,
+                                        const CancellationToken &cancellation,
+                                        const OutputListener &onOutput) const
+{
     if (!m_binaryPath)
         throw FFmpegError::binaryNotFound();
 
@@ -371,7 +382,8 @@ FFmpegResult FFmpegRunner::run(const QStringList &arguments,
     const std::optional<qint64> size = inputSize(arguments);
     const std::optional<std::chrono::seconds> limit =
         size ? std::optional(timeLimitFor(*size)) : std::nullopt;
-    ChildRun child(pid, std::move(stdoutPipe), std::move(stderrPipe), cancellation, limit);
+    ChildRun child(pid, std::move(stdoutPipe), std::move(stderrPipe), cancellation, limit,
+                   onOutput);
     FFmpegResult result = child.finish();
     if (child.timedOut())
         throw FFmpegError::timedOut(limit->count());

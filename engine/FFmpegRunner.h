@@ -35,6 +35,8 @@ public:
 
     const std::optional<QString> &binaryPath() const { return m_binaryPath; }
 
+    FFmpegResult runListening(const QStringList &arguments, const CancellationToken &cancellation,
+                              const OutputListener &onOutput) const override;
     FFmpegResult run(const QStringList &arguments,
                      const CancellationToken &cancellation) const override;
 

@@ -3,7 +3,10 @@
 
 #include "engine/FFmpegResult.h"
 
+#include <QByteArrayView>
 #include <QStringList>
+
+#include <functional>
 
 class CancellationToken;
 
@@ -21,4 +24,16 @@ public:
     // Throws FFmpegError when there is no executable or it cannot be started.
     virtual FFmpegResult run(const QStringList &arguments,
                              const CancellationToken &cancellation) const = 0;
+
+    // Each piece of standard output as it arrives, on the running thread.
+    using OutputListener = std::function<void(QByteArrayView)>;
+    // The same run, telling `onOutput` what ffmpeg writes to standard output
+    // while it runs (its -progress report). A runner that cannot just runs.
+    virtual FFmpegResult runListening(const QStringList &arguments,
+                                      const CancellationToken &cancellation,
+                                      const OutputListener &onOutput) const
+    {
+        Q_UNUSED(onOutput);
+        return run(arguments, cancellation);
+    }
 };

@@ -6,6 +6,8 @@
 #include "model/ProcessingResult.h"
 #include "model/ProcessingSettings.h"
 
+#include <functional>
+
 class CancellationToken;
 
 class LoudnessProcessing
@@ -24,4 +26,18 @@ public:
                                      const OutputEncoding &encoding,
                                      const ProcessingSettings &settings,
                                      const CancellationToken &cancellation) const = 0;
+
+    // How far the file being written has come, 0 to 1, told on the job's thread.
+    using ProgressListener = std::function<void(double)>;
+    // The same, telling `progress` as the output is written. A service that
+    // cannot tell just processes.
+    virtual ProcessingResult processReporting(const AudioFileItem &item, const QString &destination,
+                                              const OutputEncoding &encoding,
+                                              const ProcessingSettings &settings,
+                                              const CancellationToken &cancellation,
+                                              const ProgressListener &progress) const
+    {
+        Q_UNUSED(progress);
+        return process(item, destination, encoding, settings, cancellation);
+    }
 };

@@ -5,6 +5,7 @@
 #include "engine/BuildInfo.h"
 #include "engine/CancellationToken.h"
 #include "engine/FFmpegError.h"
+#include "engine/FFmpegProgress.h"
 #include "engine/FFmpegRunning.h"
 #include "engine/GainFilter.h"
 #include "engine/LoudnessAnalysisError.h"
@@ -225,9 +226,24 @@ LoudnessProcessingService::LoudnessProcessingService(
 
 void LoudnessProcessingService::render(const QStringList &arguments, const PartFile &part,
                                        const CancellationToken &cancellation,
-                                       const std::function<bool(const QString &)> &finish) const
+                                       const std::function<bool(const QString &)> &finish,
+                                       const ProgressListener &progress,
+                                       std::optional<double> durationSeconds) const
 {
-    const FFmpegResult result = m_runner->run(QStringList(arguments) << part.path(), cancellation);
+    FFmpegResult result;
+    if (progress && durationSeconds && *durationSeconds > 0) {
+        FFmpegProgress report;
+        const double total = *durationSeconds * 1e6;
+        result = m_runner->runListening(
+            QStringList{QStringLiteral("-progress"), QStringLiteral("pipe:1")} << arguments
+                                                                               << part.path(),
+            cancellation, [&](QByteArrayView piece) {
+                if (const auto written = report.feed(piece))
+                    progress(std::min(1.0, static_cast<double>(*written) / total));
+            });
+    } else {
+        result = m_runner->run(QStringList(arguments) << part.path(), cancellation);
+    }
     // Checked first: a run stopped on purpose may still have exited cleanly.
     if (cancellation.isCancelled())
         throw ProcessingError::cancelled();
@@ -259,9 +275,19 @@ LoudnessMeasurement LoudnessProcessingService::measure(const QString &path,
 
 ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
                                                     const QString &destination,
-                                                    const OutputEncoding &requested,
+                                                    const OutputEncoding &encoding,
                                                     const ProcessingSettings &settings,
                                                     const CancellationToken &cancellation) const
+{
+    return processReporting(item, destination, encoding, settings, cancellation, {});
+}
+
+ProcessingResult LoudnessProcessingService::processReporting(const AudioFileItem &item,
+                                                             const QString &destination,
+                                                             const OutputEncoding &requested,
+                                                             const ProcessingSettings &settings,
+                                                             const CancellationToken &cancellation,
+                                                             const ProgressListener &progress) const
 {
     if (standardizedPath(destination) == standardizedPath(item.sourcePath))
         throw ProcessingError::destinationEqualsSource();
@@ -274,6 +300,8 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     checkSourceReadable(item.sourcePath);
     const AudioStreamFacts source = sourceFacts(item.sourcePath);
     const OutputEncoding encoding = requested.forSource(source.codec, source.bits);
+    const std::optional<double> duration =
+        progress ? AudioMetadata::durationSeconds(item.sourcePath) : std::nullopt;
 
     ProcessingResult result;
     result.sourceFileName = fileName(item.sourcePath);
@@ -301,7 +329,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
         render((copy ? copyCommandLine(item.sourcePath, encoding)
                      : commandLine(item.sourcePath, {}, shape, encoding))
                    << keep.arguments,
-               part, cancellation, keep.finish);
+               part, cancellation, keep.finish, progress, duration);
         result.outputFileName = fileName(part.moveIntoPlace());
         if (overs) {
             result.outcome = ProcessingOutcome::Clipped;
@@ -338,7 +366,7 @@ ProcessingResult LoudnessProcessingService::process(const AudioFileItem &item,
     createParentDirectory(destination);
     auto part = std::make_unique<PartFile>(destination);
     render(commandLine(item.sourcePath, filter.text, shape, encoding) << keep.arguments, *part,
-           cancellation, keep.finish);
+           cancellation, keep.finish, progress, duration);
 
     // Another rate or layout, or a lossy encoder, makes the prediction an
     // estimate: the written file is measured and, where it misses the plan or

@@ -24,14 +24,23 @@ public:
     ProcessingResult process(const AudioFileItem &item, const QString &destination,
                              const OutputEncoding &encoding, const ProcessingSettings &settings,
                              const CancellationToken &cancellation) const override;
+    ProcessingResult processReporting(const AudioFileItem &item, const QString &destination,
+                                      const OutputEncoding &encoding,
+                                      const ProcessingSettings &settings,
+                                      const CancellationToken &cancellation,
+                                      const ProgressListener &progress) const override;
 
 private:
     // Runs ffmpeg into the hidden file, then `finish` on it (what ffmpeg
     // cannot write: chunks, markers); throws ProcessingError when either
     // fails or the run is cancelled.
+    // With a listener and the source's duration, ffmpeg reports its position
+    // and the listener hears how far the output has come.
     void render(const QStringList &arguments, const PartFile &part,
                 const CancellationToken &cancellation,
-                const std::function<bool(const QString &)> &finish) const;
+                const std::function<bool(const QString &)> &finish,
+                const ProgressListener &progress = {},
+                std::optional<double> durationSeconds = std::nullopt) const;
     // The analysis pass, its failures as ProcessingError (a time-out as itself).
     LoudnessMeasurement measure(const QString &path, const ProcessingSettings &settings,
                                 const CancellationToken &cancellation) const;

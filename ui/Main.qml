@@ -221,6 +221,7 @@ ApplicationWindow {
             currentFileName: window.viewModel.currentFileName
             cancelShortcut: cancelShortcut.nativeText
             runTimeText: window.viewModel.runTimeText
+            runningFiles: window.viewModel.runningFiles
             failedSoFar: window.viewModel.failedSoFar
             onCancel: window.stopRun(false)
             Behavior on opacity  {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -15,6 +16,8 @@ Item {
     property string currentFileName
     property string cancelShortcut
     property string runTimeText
+    // The files being written now, each {fileName, progress}.
+    property var runningFiles: []
     property int failedSoFar: 0
 
     signal cancel
@@ -38,13 +41,50 @@ Item {
         }
         Label {
             objectName: "currentFile"
-            visible: root.currentFileName.length > 0
+            visible: root.currentFileName.length > 0 && root.runningFiles.length === 0
             text: root.currentFileName
             font.pixelSize: 12
             color: TBTheme.muted
             elide: Text.ElideMiddle
             horizontalAlignment: Text.AlignHCenter
             Layout.fillWidth: true
+        }
+        Repeater {
+            objectName: "runningFiles"
+            model: root.runningFiles
+            delegate: RowLayout {
+                id: running
+                required property var modelData
+                spacing: 10
+                Layout.fillWidth: true
+                Label {
+                    text: running.modelData.fileName
+                    font.pixelSize: 12
+                    color: TBTheme.muted
+                    elide: Text.ElideMiddle
+                    Layout.fillWidth: true
+                }
+                Rectangle {
+                    implicitWidth: 120
+                    implicitHeight: 4
+                    radius: 2
+                    color: TBTheme.btnBg
+                    Rectangle {
+                        width: parent.width * Math.max(0, running.modelData.progress)
+                        height: parent.height
+                        radius: 2
+                        color: TBTheme.info
+                    }
+                }
+                Label {
+                    text: running.modelData.progress >= 0 ? Math.round(running.modelData.progress * 100) + "%" : ""
+                    font.pixelSize: 11
+                    font.family: "monospace"
+                    color: TBTheme.muted
+                    horizontalAlignment: Text.AlignRight
+                    Layout.preferredWidth: 34
+                }
+            }
         }
         Label {
             objectName: "runTime"

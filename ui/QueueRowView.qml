@@ -26,6 +26,8 @@ Rectangle {
     required property string gainText
     required property string outputLabel
     required property int status
+    // How far the file being written has come, 0 to 1; -1 when not being written.
+    required property real progress
     required property string statusMessage
     required property string errorDetails
     required property bool selected
@@ -129,6 +131,23 @@ Rectangle {
                 anchors.verticalCenter: parent.verticalCenter
                 TapHandler {
                     onTapped: root.showDetails(root.itemId)
+                }
+            }
+            Rectangle {
+                objectName: "rowProgress"
+                visible: root.progress >= 0
+                anchors.left: badge.left
+                anchors.top: badge.bottom
+                anchors.topMargin: 1
+                width: badge.width
+                height: 2
+                radius: 1
+                color: TBTheme.btnBg
+                Rectangle {
+                    width: parent.width * Math.max(0, root.progress)
+                    height: parent.height
+                    radius: 1
+                    color: TBTheme.gold
                 }
             }
         }

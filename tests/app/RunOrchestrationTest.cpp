@@ -339,10 +339,19 @@ private Q_SLOTS:
         QCOMPARE(f.vm().windowTitle(), QStringLiteral("Processing 0 of 3 \u2014 Tonbrook"));
         QCOMPARE(f.vm().runTimeText(), QStringLiteral("Elapsed 0:00"));
         QVERIFY(!f.vm().stoppingNeedsConfirmation()); // just started
+        // Each running file says how far it has come (the stand-in: half-way).
+        QTRY_COMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::ProgressRole),
+                     QStringLiteral("0.5"));
+        QTRY_COMPARE(f.vm().runningFiles().size(), 3);
+        QCOMPARE(f.vm().runningFiles().first().toMap().value(u"fileName"_qs).toString(),
+                 QStringLiteral("Take 1.wav"));
         f.processor->gate.release(
             QStringLiteral("Take 1.wav"),
             GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
         QTRY_COMPARE(f.vm().failedSoFar(), 1);
+        QCOMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::ProgressRole),
+                 QStringLiteral("-1"));
+        QCOMPARE(f.vm().runningFiles().size(), 2); // the failed one is no longer written
         // Once a file is done, the rest is estimated from it.
         QVERIFY2(f.vm().runTimeText().startsWith(u"Elapsed 0:00 \u00b7 about 0:0"),
                  qPrintable(f.vm().runTimeText()));

@@ -199,6 +199,31 @@ private Q_SLOTS:
         }
     }
 
+    // While a file is written, ffmpeg's own report says how far it has come:
+    // steadily forward, to the end.
+    void progressWhileWriting()
+    {
+        const QString path = m_dir.filePath(QStringLiteral("long take.wav"));
+        QVERIFY(TestAudio::writeWav(path, 48000, 2, {Segment::noise(-24, 40)}));
+        ProcessingSettings settings;
+        settings.normalizeLoudness = true;
+        settings.selectedPreset = *LoudnessPreset::builtIn(u"streaming");
+        AudioFileItem item;
+        item.sourcePath = path;
+        item.sourceFormat = SourceAudioFormat::Wav;
+        QList<double> heard;
+        m_service.processReporting(
+            item, m_dir.filePath(QStringLiteral("progress/long take.mp3")),
+            OutputEncoding::resolve(SourceAudioFormat::Wav, OutputFormatMode::Mp3,
+                                    OutputBitDepth::Bit24, QStringLiteral("mp3")),
+            settings, CancellationToken(), [&heard](double fraction) { heard.append(fraction); });
+        QVERIFY2(heard.size() >= 2, qPrintable(QString::number(heard.size())));
+        QVERIFY(std::is_sorted(heard.cbegin(), heard.cend()));
+        QVERIFY(heard.first() >= 0);
+        QVERIFY2(heard.last() > 0.95 && heard.last() <= 1.0,
+                 qPrintable(QString::number(heard.last())));
+    }
+
     // A 24-bit tone at -96 dBFS into 16 bits: dithered, its error is noise
     // around the tone, not the 0/-1 staircase of dropping the low byte.
     void ditherAtLowLevel()

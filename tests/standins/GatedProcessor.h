@@ -33,6 +33,18 @@ public:
         return answer();
     }
 
+    // Says it is half-way as soon as it starts, then waits like process().
+    ProcessingResult processReporting(const AudioFileItem &item, const QString &destination,
+                                      const OutputEncoding &encoding,
+                                      const ProcessingSettings &settings,
+                                      const CancellationToken &cancellation,
+                                      const ProgressListener &progress) const override
+    {
+        if (progress)
+            progress(0.5);
+        return process(item, destination, encoding, settings, cancellation);
+    }
+
     QString destinationOf(const QString &name) const
     {
         const std::lock_guard lock(m_mutex);
