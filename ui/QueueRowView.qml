@@ -18,6 +18,8 @@ Rectangle {
     required property string fileName
     required property string relativePath
     required property string folder
+    // The keyboard's current row in a focused list: outlined.
+    property bool isCurrent: false
     // The name's part of the room it shares with the folder.
     property real nameShare: 0.6
     required property string sourceLabel
@@ -41,6 +43,15 @@ Rectangle {
 
     HoverHandler {
         id: hover
+    }
+    Rectangle {
+        anchors.fill: parent
+        visible: root.isCurrent
+        color: "transparent"
+        border.width: 2
+        border.color: TBTheme.gold
+        radius: 4
+        z: 2
     }
 
     RowLayout {

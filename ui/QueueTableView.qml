@@ -117,10 +117,25 @@ TBCard {
                 model: root.model
                 reuseItems: true
                 boundsBehavior: Flickable.StopAtBounds
+                // A keyboard list: Tab reaches it, the arrows move the current
+                // row, Enter opens its details.
+                activeFocusOnTab: true
+                keyNavigationEnabled: true
+                Accessible.role: Accessible.List
+                Accessible.name: L.tr.text(L.ColumnFile)
+                function openCurrent() {
+                    const row = currentItem as QueueRowView;
+                    if (row)
+                        root.showDetails(row.itemId);
+                }
+                Keys.onReturnPressed: openCurrent()
+                Keys.onEnterPressed: openCurrent()
+
                 ScrollBar.vertical: ScrollBar {
                 }
                 delegate: QueueRowView {
                     width: list.width
+                    isCurrent: ListView.isCurrentItem && list.activeFocus
                     nameShare: root.nameShare
                     onToggleSelect: id => root.toggleSelect(id)
                     onRemove: id => root.remove(id)

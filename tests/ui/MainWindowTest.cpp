@@ -334,6 +334,52 @@ private Q_SLOTS:
         QTRY_COMPARE(vm().screenState(), AppScreenState::Idle);
     }
 
+    void theQueueOpensDetailsFromTheKeyboard()
+    {
+        vm().importPaths(files({QStringLiteral("a.wav"), QStringLiteral("b.wav")}));
+        measureAll();
+        QQuickItem *list = item("queueList");
+        QVERIFY(list);
+        for (int presses = 0; presses < 40 && !list->hasActiveFocus(); ++presses)
+            press(Qt::Key_Tab);
+        QVERIFY2(list->hasActiveFocus(), "Tab never reached the queue");
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        auto *sheet = item<QObject>("itemDetailSheet");
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        QCOMPARE(sheet->property("fileName").toString(), QStringLiteral("b.wav"));
+    }
+
+    // After a run, as a user goes on: retry the failure, back to the queue,
+    // add more files, and they are measured.
+    void afterARunTheButtonsLeadOn()
+    {
+        vm().importPaths(files({QStringLiteral("ok.wav"), QStringLiteral("bad.wav")}));
+        measureAll();
+        setOutputFolder();
+        vm().process();
+        m_processor->gate.release(QStringLiteral("ok.wav"), GatedProcessor::writes());
+        m_processor->gate.release(
+            QStringLiteral("bad.wav"),
+            GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
+        QTRY_COMPARE(vm().screenState(), AppScreenState::Completed);
+        QTRY_VERIFY(item("failureList")->isVisible());
+
+        click(item("retryFailedButton"));
+        QTRY_COMPARE(m_processor->gate.running(), QStringList{QStringLiteral("bad.wav")});
+        m_processor->gate.release(QStringLiteral("bad.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(vm().screenState(), AppScreenState::Completed);
+        QTRY_VERIFY(item("backToQueueButton")->isVisible());
+
+        click(item("backToQueueButton"));
+        QTRY_COMPARE(vm().screenState(), AppScreenState::Idle);
+        QCOMPARE(vm().queue().size(), 2);
+        vm().importPaths(files({QStringLiteral("late.wav")}));
+        QTRY_COMPARE(m_analyzer->gate.running(), QStringList{QStringLiteral("late.wav")});
+        measureAll();
+        QCOMPARE(vm().queue().last().status.kind(), ProcessingStatus::Kind::Ready);
+    }
+
     void theNextLaunchStartsWhereTheUserLeft()
     {
         // Chosen through what the panels call.
