@@ -2,6 +2,7 @@
 #include "localization/LanguageManager.h"
 
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QSettings>
 #include <QTranslator>
@@ -22,8 +23,11 @@ LanguageManager::LanguageManager(std::unique_ptr<QSettings> store, QStringList p
 LanguageManager::~LanguageManager()
 {
     // The application object may be gone already.
-    if (m_translator && QCoreApplication::instance())
-        QCoreApplication::removeTranslator(m_translator.get());
+    if (!QCoreApplication::instance())
+        return;
+    for (const auto *translator : {m_translator.get(), m_qtTranslator.get()})
+        if (translator)
+            QCoreApplication::removeTranslator(const_cast<QTranslator *>(translator));
 }
 
 AppLanguage LanguageManager::languageOf(const QStringList &preferredLanguages)
@@ -74,6 +78,18 @@ void LanguageManager::installCatalogue()
     m_translator.reset();
     if (loaded && QCoreApplication::installTranslator(translator.get()))
         m_translator = std::move(translator);
+    // Qt's own texts (file dialogs, --help) in the same language, where the
+    // system has them (Debian: qt6-translations-l10n); English needs none.
+    if (m_qtTranslator)
+        QCoreApplication::removeTranslator(m_qtTranslator.get());
+    m_qtTranslator.reset();
+    if (language != AppLanguage::En) {
+        auto qt = std::make_unique<QTranslator>();
+        if (qt->load(QStringLiteral("qt_") + AppLanguages::code(language),
+                     QLibraryInfo::path(QLibraryInfo::TranslationsPath)) &&
+            QCoreApplication::installTranslator(qt.get()))
+            m_qtTranslator = std::move(qt);
+    }
     m_installed = language;
     Q_EMIT languageChanged();
 }

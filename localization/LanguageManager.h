@@ -52,5 +52,7 @@ private:
     AppLanguage m_systemLanguage;
     AppLanguage m_selection = AppLanguage::System;
     std::unique_ptr<QTranslator> m_translator;
+    // Qt's own catalogue (dialogs, --help), from the system's Qt translations.
+    std::unique_ptr<QTranslator> m_qtTranslator;
     AppLanguage m_installed = AppLanguage::System;
 };

@@ -18,6 +18,8 @@ packages=(
     qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
     qml6-module-qtquick-window qml6-module-qtquick-templates qml6-module-qtqml-workerscript
     qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel qml6-module-qttest
+    # Qt's own texts (file dialogs, --help) in Russian
+    qt6-translations-l10n
     # tests: locale sources for the comma-decimal checks, python for independent
     # parsers, libebur128 as the loudness meter that checks what Tonbrook wrote
     locales python3 libebur128-dev

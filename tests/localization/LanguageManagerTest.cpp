@@ -104,6 +104,24 @@ private Q_SLOTS:
         QCOMPARE(selected.count(), 2);
     }
 
+    // Qt's own texts follow: the file dialog's labels and the command line's
+    // help are Russian when the interface is, English when it is.
+    void qtsOwnTextsFollowTheLanguage()
+    {
+        LanguageFixture fixture({QStringLiteral("en-US")});
+        const auto lookIn = [] { return QCoreApplication::translate("QFileDialog", "Look in:"); };
+        const auto usage = [] {
+            return QCoreApplication::translate("QCommandLineParser", "Usage: %1");
+        };
+        QCOMPARE(lookIn(), QStringLiteral("Look in:"));
+        fixture.manager().setSelection(AppLanguage::Ru);
+        QVERIFY2(lookIn() != u"Look in:" && !lookIn().isEmpty(), qPrintable(lookIn()));
+        QVERIFY2(!usage().startsWith(u"Usage"), qPrintable(usage()));
+        fixture.manager().setSelection(AppLanguage::En);
+        QCOMPARE(lookIn(), QStringLiteral("Look in:"));
+        QCOMPARE(usage(), QStringLiteral("Usage: %1"));
+    }
+
     // Run by ctest with LANGUAGE=ru and without it.
     void followsTheSystemsPreferredLanguage()
     {
