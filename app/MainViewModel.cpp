@@ -56,11 +56,8 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
                     m_importTotals->items.resize(m_importTotals->items.size() - m_toAppend.size());
                     m_toAppend.clear();
                 }
-                if (m_toAppend.isEmpty()) {
-                    imported(*std::exchange(m_importTotals, std::nullopt));
-                    Q_EMIT importingChanged();
-                    importInBackground(std::exchange(m_waitingPaths, {}));
-                }
+                if (m_toAppend.isEmpty())
+                    finishImport();
             });
     connect(&m_analysis, &AnalysisRun::started, this, [this](const QUuid &id) {
         m_queue.update(id, [](AudioFileItem &item) {
@@ -328,11 +325,15 @@ void MainViewModel::appendFound()
         QTimer::singleShot(0, this, &MainViewModel::appendFound);
         return;
     }
-    if (m_importTotals && !m_import.isRunning()) {
-        imported(*std::exchange(m_importTotals, std::nullopt));
-        Q_EMIT importingChanged();
-        importInBackground(std::exchange(m_waitingPaths, {}));
-    }
+    if (m_importTotals && !m_import.isRunning())
+        finishImport();
+}
+
+void MainViewModel::finishImport()
+{
+    imported(*std::exchange(m_importTotals, std::nullopt));
+    Q_EMIT importingChanged();
+    importInBackground(std::exchange(m_waitingPaths, {}));
 }
 
 void MainViewModel::toggleSelection(const QString &id)
@@ -540,8 +541,7 @@ void MainViewModel::applyJobOutput(const ProcessingRun::Job &job, const JobOutpu
     }
     std::optional<QString> written;
     if (const auto *result = std::get_if<ProcessingResult>(&output))
-        written =
-            job.destination.left(job.destination.lastIndexOf(u'/') + 1) + result->outputFileName;
+        written = job.writtenPath(*result);
     const bool updated = m_queue.update(job.item.id, [&change, &written](AudioFileItem &item) {
         item.writtenPath = written;
         item.status = change.status;

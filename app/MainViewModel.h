@@ -230,6 +230,8 @@ private:
     void imported(const ImportSummary &summary);
     // Appends found items a slice at a time, so the window draws in between.
     void appendFound();
+    // The last rows of an import are in: its notice, then the next waiting import.
+    void finishImport();
     void processItems(const QList<QUuid> &targets);
     void applyMeasurement(const AnalysisRun::Result &result);
     void applyJobOutput(const ProcessingRun::Job &job, const JobOutput &output, bool cancelled);

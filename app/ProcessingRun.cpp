@@ -104,9 +104,7 @@ void ProcessingRun::start(const QList<AudioFileItem> &items, const ProcessingSet
         const Job &job = (*jobs)[index];
         if (const auto *result = std::get_if<ProcessingResult>(&output);
             result && run == m_run && m_destinations.contains(job.item.id))
-            m_destinations.insert(job.item.id,
-                                  job.destination.left(job.destination.lastIndexOf(u'/') + 1) +
-                                      result->outputFileName);
+            m_destinations.insert(job.item.id, job.writtenPath(*result));
         Q_EMIT jobFinished(job, output, token->isCancelled());
         if (run != m_run)
             return;

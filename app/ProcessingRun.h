@@ -34,6 +34,12 @@ public:
         AudioFileItem item;
         QString destination;
         OutputEncoding encoding;
+
+        // Where the result went: the planned folder, the name actually written.
+        QString writtenPath(const ProcessingResult &result) const
+        {
+            return destination.left(destination.lastIndexOf(u'/') + 1) + result.outputFileName;
+        }
     };
 
     ProcessingRun(QThreadPool &pool, int width, QObject *parent = nullptr);

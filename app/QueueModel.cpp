@@ -40,10 +40,8 @@ QVariant QueueModel::data(const QModelIndex &index, int role) const
         return item.id.toString(QUuid::WithoutBraces);
     case RelativePathRole:
         return item.relativePath;
-    case FolderRole: {
-        const qsizetype slash = item.relativePath.lastIndexOf(u'/');
-        return slash > 0 ? item.relativePath.left(slash) : QString();
-    }
+    case FolderRole:
+        return item.folder();
     case SourceLabelRole:
         return SourceAudioFormats::rawValue(item.sourceFormat).toUpper();
     case LoudnessTextRole:
@@ -268,10 +266,9 @@ void QueueModel::count(const AudioFileItem &item, int sign)
 {
     if (item.needsMeasuring())
         m_unmeasured += sign;
-    const qsizetype slash = item.relativePath.lastIndexOf(u'/');
-    if (slash <= 0)
+    const QString folder = item.folder();
+    if (folder.isEmpty())
         return;
-    const QString folder = item.relativePath.left(slash);
     if (sign > 0) {
         ++m_folders[folder];
     } else if (const auto entry = m_folders.find(folder);

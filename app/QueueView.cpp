@@ -31,12 +31,6 @@ int statusRank(ProcessingStatus::Kind kind)
     return 8;
 }
 
-QString folderOf(const AudioFileItem &item)
-{
-    const qsizetype slash = item.relativePath.lastIndexOf(u'/');
-    return slash > 0 ? item.relativePath.left(slash) : QString();
-}
-
 const QCollator &collator()
 {
     static const QCollator natural = naturalOrder();
@@ -117,7 +111,7 @@ bool QueueView::lessThan(const QModelIndex &left, const QModelIndex &right) cons
         return order != 0 ? order < 0 : byQueue();
     }
     case SortKey::Folder: {
-        const int order = collator().compare(folderOf(a), folderOf(b));
+        const int order = collator().compare(a.folder(), b.folder());
         return order != 0 ? order < 0 : byQueue();
     }
     case SortKey::Loudness: {

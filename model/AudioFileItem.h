@@ -44,6 +44,13 @@ struct AudioFileItem
     // Still to be measured before a run: not measured, not known to be
     // unreadable, and not already processed (a processed file keeps its outcome
     // on screen; processing measures what it needs itself).
+    // The folder below the dropped one ("Act 1/Cues"); empty for a file added on its own.
+    QString folder() const
+    {
+        const qsizetype slash = relativePath.lastIndexOf(u'/');
+        return slash > 0 ? relativePath.left(slash) : QString();
+    }
+
     bool needsMeasuring() const
     {
         return !measurement && !unreadable &&

@@ -34,6 +34,14 @@ TBCard {
     // Which files the list shows (QueueView.Filter).
     property int filter: QueueView.All
 
+    function filterName(filter: int): string {
+        if (filter === QueueView.Failed)
+            return L.tr.text(L.ShowFailed);
+        if (filter === QueueView.NotMeasured)
+            return L.tr.text(L.ShowNotMeasured);
+        return L.tr.text(L.ShowAll);
+    }
+
     signal selectFiles
     signal selectFolder
     signal analyze
@@ -166,7 +174,7 @@ TBCard {
                             id: filterButton
                             objectName: "filterButton"
                             iconName: "chevronDown"
-                            text: root.filter === QueueView.Failed ? L.tr.text(L.ShowFailed) : root.filter === QueueView.NotMeasured ? L.tr.text(L.ShowNotMeasured) : L.tr.text(L.ShowAll)
+                            text: root.filterName(root.filter)
                             checked: root.filter !== QueueView.All
                             font.pixelSize: 12
                             padding: 2
@@ -179,7 +187,7 @@ TBCard {
                                     model: [QueueView.All, QueueView.Failed, QueueView.NotMeasured]
                                     delegate: TBMenuItem {
                                         required property int modelData
-                                        text: modelData === QueueView.Failed ? L.tr.text(L.ShowFailed) : modelData === QueueView.NotMeasured ? L.tr.text(L.ShowNotMeasured) : L.tr.text(L.ShowAll)
+                                        text: root.filterName(modelData)
                                         current: root.filter === modelData
                                         onTriggered: root.filterChosen(modelData)
                                     }

@@ -25,6 +25,10 @@ ApplicationWindow {
             stopRunSheet.open();
             return;
         }
+        stopNow(quitAfter);
+    }
+
+    function stopNow(quitAfter) {
         viewModel.cancelProcessing();
         if (quitAfter)
             App.quit();
@@ -260,11 +264,7 @@ ApplicationWindow {
         id: stopRunSheet
         processedCount: window.viewModel.processedCount
         totalCount: window.viewModel.runTotal
-        onStop: quitAfter => {
-            window.viewModel.cancelProcessing();
-            if (quitAfter)
-                App.quit();
-        }
+        onStop: quitAfter => window.stopNow(quitAfter)
     }
     AboutSheet {
         id: aboutSheet
