@@ -69,7 +69,7 @@ QString SettingsModel::summary() const
     if (settings.sampleRateMode != SampleRateMode::PreserveOriginal)
         parts.append(L::sampleRateLabel(settings.sampleRateMode));
     if (bitDepthApplies())
-        parts.append(OutputBitDepths::label(settings.bitDepth));
+        parts.append(L::bitDepthLabel(settings.bitDepth));
     return parts.join(QStringLiteral(" \u00b7 "));
 }
 
@@ -193,7 +193,7 @@ void SettingsModel::setBitDepthIndex(int index)
 
 QStringList SettingsModel::bitDepthLabels() const
 {
-    return labelsOf(OutputBitDepths::all, OutputBitDepths::label);
+    return labelsOf(OutputBitDepths::all, L::bitDepthLabel);
 }
 
 bool SettingsModel::bitDepthApplies() const

@@ -334,7 +334,7 @@ ProcessingResult LoudnessProcessingService::processReporting(const AudioFileItem
         if (overs) {
             result.outcome = ProcessingOutcome::Clipped;
             result.warningMessage = L::text(L::ClippedWarning, NumberFormat::signedFixed(*overs, 1),
-                                            OutputBitDepths::label(settings.bitDepth));
+                                            L::bitDepthLabel(settings.bitDepth));
         }
         return result;
     }

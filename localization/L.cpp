@@ -13,6 +13,8 @@ struct Entry
     const char *source;
     // Counted: the catalogue holds plural forms and %n stands for the count.
     bool counted;
+    // Tells two meanings of one English text apart for the translator.
+    const char *disambiguation = nullptr;
 };
 
 Entry entry(L::Text key)
@@ -29,13 +31,13 @@ Entry entry(L::Text key)
     case L::FilesProcessed:
         return {QT_TRANSLATE_N_NOOP("L", "%n file(s) processed"), true};
     case L::ReachedTarget:
-        return {QT_TRANSLATE_NOOP("L", "%1 reached target loudness"), false};
+        return {QT_TRANSLATE_N_NOOP("L", "%n reached target loudness"), true};
     case L::Converted:
-        return {QT_TRANSLATE_NOOP("L", "%1 converted"), false};
+        return {QT_TRANSLATE_N_NOOP("L", "%n converted"), true};
     case L::PeakLimited:
-        return {QT_TRANSLATE_NOOP("L", "%1 limited by true peak"), false};
+        return {QT_TRANSLATE_N_NOOP("L", "%n limited by true peak"), true};
     case L::FailedCount:
-        return {QT_TRANSLATE_NOOP("L", "%1 failed"), false};
+        return {QT_TRANSLATE_N_NOOP("L", "%n failed"), true};
     case L::RevealOutputFolder:
         return {QT_TRANSLATE_NOOP("L", "Reveal Output Folder"), false};
     case L::ProcessNewFiles:
@@ -65,9 +67,9 @@ Entry entry(L::Text key)
     case L::NoOutputFolder:
         return {QT_TRANSLATE_NOOP("L", "No output folder selected"), false};
     case L::Added:
-        return {QT_TRANSLATE_NOOP("L", "%1 added"), false};
+        return {QT_TRANSLATE_N_NOOP("L", "%n added"), true};
     case L::AlreadyInQueue:
-        return {QT_TRANSLATE_NOOP("L", "%1 already in queue"), false};
+        return {QT_TRANSLATE_N_NOOP("L", "%n already in queue"), true};
     case L::NormalizeLoudness:
         return {QT_TRANSLATE_NOOP("L", "Normalize loudness"), false};
     case L::TruePeakCeiling:
@@ -216,6 +218,14 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_NOOP("L", "Details"), false};
     case L::Done:
         return {QT_TRANSLATE_NOOP("L", "Done"), false};
+    case L::CloseSheet: {
+        static constexpr struct
+        {
+            const char *source;
+            const char *comment;
+        } closeSheet = QT_TRANSLATE_NOOP3("L", "Done", "the button that closes a sheet");
+        return {closeSheet.source, false, closeSheet.comment};
+    }
     case L::Close:
         return {QT_TRANSLATE_NOOP("L", "Close"), false};
     case L::Version:
@@ -402,9 +412,9 @@ Entry entry(L::Text key)
     return {"", false};
 }
 
-QString translated(const char *text)
+QString translated(const char *text, const char *disambiguation = nullptr)
 {
-    return QCoreApplication::translate("L", text);
+    return QCoreApplication::translate("L", text, disambiguation);
 }
 
 } // namespace
@@ -435,10 +445,10 @@ QString L::text(Text key, const QVariant &a, const QVariant &b, const QVariant &
     }
     QString result;
     if (found.counted && !arguments.isEmpty())
-        result =
-            QCoreApplication::translate("L", found.source, nullptr, arguments.takeFirst()->toInt());
+        result = QCoreApplication::translate("L", found.source, found.disambiguation,
+                                             arguments.takeFirst()->toInt());
     else
-        result = translated(found.source);
+        result = translated(found.source, found.disambiguation);
     // All at once, so that a %1 inside an argument (a file name) stays as it is.
     switch (arguments.size()) {
     case 1:
@@ -502,6 +512,19 @@ QString L::outputFormatLabel(OutputFormatMode mode)
     if (mode == OutputFormatMode::KeepOriginal)
         return translated(QT_TRANSLATE_NOOP("L", "Keep original"));
     return OutputFormatModes::rawValue(mode).toUpper();
+}
+
+QString L::bitDepthLabel(OutputBitDepth depth)
+{
+    switch (depth) {
+    case OutputBitDepth::Bit16:
+        return translated(QT_TRANSLATE_NOOP("L", "16-bit"));
+    case OutputBitDepth::Bit24:
+        return translated(QT_TRANSLATE_NOOP("L", "24-bit"));
+    case OutputBitDepth::Float32:
+        return translated(QT_TRANSLATE_NOOP("L", "32-bit float"));
+    }
+    return {};
 }
 
 QString L::statusName(ProcessingStatus::Kind kind)

@@ -3,6 +3,7 @@
 
 #include "localization/AppLanguage.h"
 #include "model/LoudnessPreset.h"
+#include "model/OutputBitDepth.h"
 #include "model/OutputFormatMode.h"
 #include "model/ProcessingResult.h"
 #include "model/ProcessingStatus.h"
@@ -105,6 +106,8 @@ public:
         ExportReport,
         Details,
         Done,
+        // The button that closes a sheet: "Done" in English, not the status.
+        CloseSheet,
         Close,
         Version,
         About,
@@ -206,6 +209,8 @@ public:
     static QString presetLabel(const LoudnessPreset &preset);
     static QString sampleRateLabel(SampleRateMode mode);
     static QString outputFormatLabel(OutputFormatMode mode);
+    // "16-bit", "24-bit", "32-bit float".
+    static QString bitDepthLabel(OutputBitDepth depth);
     // The badge's word for a status ("Ready", "Failed", ...).
     Q_INVOKABLE static QString statusName(ProcessingStatusKinds::Kind kind);
     // A language as its menu entry shows it: "System" in the interface language,

@@ -33,11 +33,4 @@ inline std::optional<OutputBitDepth> fromRawValue(int bits)
     return std::nullopt;
 }
 
-// "16-bit", "24-bit", "32-bit float".
-inline QString label(OutputBitDepth depth)
-{
-    return QString::number(rawValue(depth)) + QStringLiteral("-bit") +
-           (depth == OutputBitDepth::Float32 ? QStringLiteral(" float") : QString());
-}
-
 } // namespace OutputBitDepths

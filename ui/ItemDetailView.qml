@@ -180,7 +180,7 @@ TBSheet {
         }
         TBOutlinedButton {
             objectName: "detailDone"
-            text: L.tr.text(L.Done)
+            text: L.tr.text(L.CloseSheet)
             onClicked: root.close()
             Layout.alignment: Qt.AlignRight
         }

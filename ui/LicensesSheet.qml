@@ -34,7 +34,7 @@ TBSheet {
             }
             TBOutlinedButton {
                 objectName: "licensesDone"
-                text: L.tr.text(L.Done)
+                text: L.tr.text(L.CloseSheet)
                 onClicked: root.close()
             }
         }

@@ -33,22 +33,6 @@
         </translation>
     </message>
     <message>
-        <source>%1 reached target loudness</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 converted</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 limited by true peak</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 failed</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Reveal Output Folder</source>
         <translation type="unfinished"></translation>
     </message>
@@ -111,14 +95,6 @@
     </message>
     <message>
         <source>No output folder selected</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 added</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 already in queue</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -747,6 +723,65 @@ Reading it took far longer than a file of its size should; its header may be wro
     </message>
     <message>
         <source>Scanning… %1 found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n reached target loudness</source>
+        <translation>
+            <numerusform>%n reached target loudness</numerusform>
+            <numerusform>%n reached target loudness</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n converted</source>
+        <translation>
+            <numerusform>%n converted</numerusform>
+            <numerusform>%n converted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n limited by true peak</source>
+        <translation>
+            <numerusform>%n limited by true peak</numerusform>
+            <numerusform>%n limited by true peak</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n failed</source>
+        <translation>
+            <numerusform>%n failed</numerusform>
+            <numerusform>%n failed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n added</source>
+        <translation>
+            <numerusform>%n added</numerusform>
+            <numerusform>%n added</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n already in queue</source>
+        <translation>
+            <numerusform>%n already in queue</numerusform>
+            <numerusform>%n already in queue</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <comment>the button that closes a sheet</comment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>16-bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>24-bit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>32-bit float</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -30,26 +30,10 @@
     <message numerus="yes">
         <source>%n file(s) processed</source>
         <translation>
-            <numerusform>%n файл обработано</numerusform>
-            <numerusform>%n файла обработано</numerusform>
+            <numerusform>%n файл обработан</numerusform>
+            <numerusform>%n файла обработаны</numerusform>
             <numerusform>%n файлов обработано</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>%1 reached target loudness</source>
-        <translation>%1 достигли целевой громкости</translation>
-    </message>
-    <message>
-        <source>%1 converted</source>
-        <translation>%1 сконвертировано</translation>
-    </message>
-    <message>
-        <source>%1 limited by true peak</source>
-        <translation>%1 ограничены по true peak</translation>
-    </message>
-    <message>
-        <source>%1 failed</source>
-        <translation>%1 с ошибкой</translation>
     </message>
     <message>
         <source>Reveal Output Folder</source>
@@ -78,8 +62,8 @@
     <message numerus="yes">
         <source>%n file(s) loaded</source>
         <translation>
-            <numerusform>%n файл загружено</numerusform>
-            <numerusform>%n файла загружено</numerusform>
+            <numerusform>%n файл загружен</numerusform>
+            <numerusform>%n файла загружены</numerusform>
             <numerusform>%n файлов загружено</numerusform>
         </translation>
     </message>
@@ -102,9 +86,9 @@
     <message numerus="yes">
         <source>%n file(s) ready</source>
         <translation>
-            <numerusform>%n файл готово</numerusform>
-            <numerusform>%n файла готово</numerusform>
-            <numerusform>%n файлов готово</numerusform>
+            <numerusform>%n файл готов</numerusform>
+            <numerusform>%n файла готовы</numerusform>
+            <numerusform>%n файлов готовы</numerusform>
         </translation>
     </message>
     <message>
@@ -118,14 +102,6 @@
     <message>
         <source>No output folder selected</source>
         <translation>Папка вывода не выбрана</translation>
-    </message>
-    <message>
-        <source>%1 added</source>
-        <translation>%1 добавлено</translation>
-    </message>
-    <message>
-        <source>%1 already in queue</source>
-        <translation>%1 уже в очереди</translation>
     </message>
     <message>
         <source>Normalize loudness</source>
@@ -355,7 +331,7 @@ Choose an output folder outside the source.</source>
     </message>
     <message>
         <source>Done</source>
-        <translation>Готово</translation>
+        <translation>Обработан</translation>
     </message>
     <message>
         <source>Close</source>
@@ -403,7 +379,7 @@ Choose an output folder outside the source.</source>
     </message>
     <message>
         <source>Complete</source>
-        <translation>Готово</translation>
+        <translation>Завершено</translation>
     </message>
     <message>
         <source>Audio files</source>
@@ -753,7 +729,7 @@ Reading it took far longer than a file of its size should; its header may be wro
     </message>
     <message>
         <source>%1 of %2 files are done. The files not yet written will stay in the queue; nothing written so far is lost.</source>
-        <translation>Готово файлов: %1 из %2. Файлы, которые ещё не записаны, останутся в очереди; уже записанное не пропадёт.</translation>
+        <translation>Обработано файлов: %1 из %2. Файлы, которые ещё не записаны, останутся в очереди; уже записанное не пропадёт.</translation>
     </message>
     <message>
         <source>Keep Going</source>
@@ -766,6 +742,71 @@ Reading it took far longer than a file of its size should; its header may be wro
     <message>
         <source>Scanning… %1 found</source>
         <translation>Поиск файлов… найдено: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n reached target loudness</source>
+        <translation>
+            <numerusform>%n файл достиг целевой громкости</numerusform>
+            <numerusform>%n файла достигли целевой громкости</numerusform>
+            <numerusform>%n файлов достигли целевой громкости</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n converted</source>
+        <translation>
+            <numerusform>%n файл сконвертирован</numerusform>
+            <numerusform>%n файла сконвертированы</numerusform>
+            <numerusform>%n файлов сконвертировано</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n limited by true peak</source>
+        <translation>
+            <numerusform>%n файл ограничен по true peak</numerusform>
+            <numerusform>%n файла ограничены по true peak</numerusform>
+            <numerusform>%n файлов ограничено по true peak</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n failed</source>
+        <translation>
+            <numerusform>%n файл с ошибкой</numerusform>
+            <numerusform>%n файла с ошибкой</numerusform>
+            <numerusform>%n файлов с ошибкой</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n added</source>
+        <translation>
+            <numerusform>%n файл добавлен</numerusform>
+            <numerusform>%n файла добавлены</numerusform>
+            <numerusform>%n файлов добавлено</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n already in queue</source>
+        <translation>
+            <numerusform>%n файл уже в очереди</numerusform>
+            <numerusform>%n файла уже в очереди</numerusform>
+            <numerusform>%n файлов уже в очереди</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <comment>the button that closes a sheet</comment>
+        <translation>Закрыть</translation>
+    </message>
+    <message>
+        <source>16-bit</source>
+        <translation>16 бит</translation>
+    </message>
+    <message>
+        <source>24-bit</source>
+        <translation>24 бит</translation>
+    </message>
+    <message>
+        <source>32-bit float</source>
+        <translation>32 бит, плавающая точка</translation>
     </message>
 </context>
 </TS>

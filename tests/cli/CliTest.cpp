@@ -156,11 +156,11 @@ private Q_SLOTS:
                                    QStringLiteral("4 files processed"),
                                    QStringLiteral("3 converted"), QStringLiteral("1 failed")};
         QTest::newRow("ru") << "ru"
-                            << QStringList{QStringLiteral("4 добавлено"),
+                            << QStringList{QStringLiteral("4 файла добавлены"),
                                            QStringLiteral("Обработка завершена"),
-                                           QStringLiteral("4 файла обработано"),
-                                           QStringLiteral("3 сконвертировано"),
-                                           QStringLiteral("1 с ошибкой")};
+                                           QStringLiteral("4 файла обработаны"),
+                                           QStringLiteral("3 файла сконвертированы"),
+                                           QStringLiteral("1 файл с ошибкой")};
     }
 
     void textRunInEitherLanguage()

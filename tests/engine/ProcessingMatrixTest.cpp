@@ -15,6 +15,7 @@
 //
 // TONBROOK_MATRIX_SHARD=k/n runs every n-th input from k, so ctest can run
 // the matrix in parallel.
+#include "localization/L.h"
 #include "MediaProbe.h"
 #include "RecordingRunner.h"
 #include "RunChecks.h"
@@ -355,7 +356,7 @@ private Q_SLOTS:
                 const Config c = config(m_inputs[index], index, first);
                 QTest::addRow("%s -> %s %s %s%s", qPrintable(m_inputs[index].name),
                               qPrintable(OutputFormatModes::rawValue(c.mode)),
-                              qPrintable(OutputBitDepths::label(c.depth)),
+                              qPrintable(L::bitDepthLabel(c.depth)),
                               qPrintable(SampleRateModes::rawValue(c.rateMode)),
                               c.measurementStored ? "" : " (measured in pass)")
                     << index << first;

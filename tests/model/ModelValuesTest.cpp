@@ -47,7 +47,6 @@ private Q_SLOTS:
         QCOMPARE(OutputBitDepths::fromRawValue(24), std::optional(OutputBitDepth::Bit24));
         QCOMPARE(OutputBitDepths::fromRawValue(32), std::optional(OutputBitDepth::Float32));
         QCOMPARE(OutputBitDepths::fromRawValue(8), std::nullopt);
-        QCOMPARE(OutputBitDepths::label(OutputBitDepth::Bit16), QStringLiteral("16-bit"));
         QCOMPARE(AudioCategories::fromRawValue(u"sfx"), std::optional(AudioCategory::Sfx));
     }
 
