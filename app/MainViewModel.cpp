@@ -103,6 +103,8 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
             m_runClock.stop();
         Q_EMIT runClockChanged();
     });
+    // Ticks change through the list too (a range ticked with Shift).
+    connect(&m_queue, &QueueModel::selectionChanged, this, &MainViewModel::derivedChanged);
     // The title follows the status line.
     connect(this, &MainViewModel::derivedChanged, this, &MainViewModel::windowTitleChanged);
 }
@@ -343,14 +345,12 @@ void MainViewModel::toggleSelection(const QString &id)
 
 void MainViewModel::toggleSelection(const QUuid &id)
 {
-    if (m_queue.toggleSelected(id))
-        Q_EMIT derivedChanged();
+    m_queue.toggleSelected(id);
 }
 
 void MainViewModel::toggleSelectAll()
 {
     m_queue.toggleSelectAll();
-    Q_EMIT derivedChanged();
 }
 
 void MainViewModel::removeItem(const QString &id)

@@ -203,6 +203,7 @@ bool QueueModel::toggleSelected(const QUuid &id)
         m_selected.insert(id);
     const QModelIndex at = index(*row);
     Q_EMIT dataChanged(at, at, {SelectedRole});
+    Q_EMIT selectionChanged();
     return true;
 }
 
@@ -216,6 +217,32 @@ void QueueModel::toggleSelectAll()
             m_selected.insert(item.id);
     }
     everyRowChanged({SelectedRole});
+    Q_EMIT selectionChanged();
+}
+
+void QueueModel::setSelected(const QList<QUuid> &tick, const QList<QUuid> &untick)
+{
+    int first = static_cast<int>(m_items.size());
+    int last = -1;
+    const auto change = [&](const QList<QUuid> &ids, bool selected) {
+        for (const QUuid &id : ids) {
+            const auto row = rowOf(id);
+            if (!row || m_selected.contains(id) == selected)
+                continue;
+            if (selected)
+                m_selected.insert(id);
+            else
+                m_selected.remove(id);
+            first = std::min(first, *row);
+            last = std::max(last, *row);
+        }
+    };
+    change(untick, false);
+    change(tick, true);
+    if (last < first)
+        return;
+    Q_EMIT dataChanged(index(first), index(last), {SelectedRole});
+    Q_EMIT selectionChanged();
 }
 
 QList<QUuid> QueueModel::effectiveTargets() const

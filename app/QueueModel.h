@@ -86,6 +86,9 @@ public:
     bool toggleSelected(const QUuid &id);
     // Ticks every item, or none when all are ticked already.
     void toggleSelectAll();
+    // Ticks and unticks these items with one change signal for the rows they
+    // span, so a range of 100,000 rows costs one step; unknown ids are ignored.
+    void setSelected(const QList<QUuid> &tick, const QList<QUuid> &untick);
     // The ticked ids in queue order, or every id when none is ticked.
     QList<QUuid> effectiveTargets() const;
 
@@ -95,6 +98,10 @@ public:
     void retranslate();
 
     static LoudnessState loudnessStateOf(const AudioFileItem &item);
+
+Q_SIGNALS:
+    // Ticks changed through one of the methods above (removals say so themselves).
+    void selectionChanged();
 
 private:
     void reindex();

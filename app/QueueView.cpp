@@ -50,6 +50,11 @@ QueueView::QueueView(QueueModel &queue, QObject *parent)
         connect(this, signal, this, &QueueView::countChanged);
     connect(this, &QAbstractItemModel::modelReset, this, &QueueView::countChanged);
     connect(this, &QAbstractItemModel::layoutChanged, this, &QueueView::countChanged);
+    // A tick made otherwise ends the range: going back will not untick it.
+    connect(&queue, &QueueModel::selectionChanged, this, [this] {
+        if (!m_extending)
+            m_rangeTicked.clear();
+    });
 }
 
 void QueueView::setFilter(Filter filter)
@@ -80,6 +85,48 @@ void QueueView::sortBy(SortKey key)
         sort(0, m_ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
     }
     Q_EMIT arrangementChanged();
+}
+
+QUuid QueueView::idAt(int row) const
+{
+    if (row < 0 || row >= rowCount())
+        return {};
+    return m_queue.items().at(mapToSource(index(row, 0)).row()).id;
+}
+
+void QueueView::setAnchor(int row)
+{
+    m_anchor = idAt(row);
+    m_rangeTicked.clear();
+}
+
+void QueueView::extendSelection(int row, int current)
+{
+    if (row < 0 || row >= rowCount())
+        return;
+    const auto sourceRow = m_queue.rowOf(m_anchor);
+    int from = sourceRow ? mapFromSource(m_queue.index(*sourceRow)).row() : -1;
+    if (from < 0) {
+        from = current >= 0 && current < rowCount() ? current : row;
+        setAnchor(from);
+    }
+    QList<QUuid> tick;
+    tick.reserve(std::abs(row - from) + 1);
+    for (int at = std::min(from, row); at <= std::max(from, row); ++at)
+        tick.append(idAt(at));
+    const QSet<QUuid> range(tick.cbegin(), tick.cend());
+    QList<QUuid> untick;
+    for (const QUuid &id : std::as_const(m_rangeTicked))
+        if (!range.contains(id))
+            untick.append(id);
+    QSet<QUuid> ticked;
+    for (const QUuid &id : std::as_const(tick))
+        if (m_rangeTicked.contains(id) || !m_queue.selected().contains(id))
+            ticked.insert(id);
+    m_extending = true;
+    m_queue.setSelected(tick, untick);
+    m_extending = false;
+    m_rangeTicked = std::move(ticked);
 }
 
 bool QueueView::filterAcceptsRow(int sourceRow, const QModelIndex &) const

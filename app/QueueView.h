@@ -51,6 +51,16 @@ public:
     // third time goes back to the queue's own order.
     Q_INVOKABLE void sortBy(QueueView::SortKey key);
 
+    // Where a range ticked with Shift starts: the row last ticked or clicked
+    // without Shift. It stays with its item as rows are sorted or filtered.
+    Q_INVOKABLE void setAnchor(int row);
+    // Ticks every row shown from the anchor to `row`, both included, in the
+    // order shown. A range replaces the one before it from the same anchor, so
+    // going back unticks what that range ticked; ticks made otherwise stay.
+    // With no anchor shown (none set, or removed or filtered out since), the
+    // range starts at `current`, which becomes the anchor.
+    Q_INVOKABLE void extendSelection(int row, int current);
+
 Q_SIGNALS:
     void arrangementChanged();
     void countChanged();
@@ -60,8 +70,14 @@ protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
 private:
+    QUuid idAt(int row) const;
+
     QueueModel &m_queue;
     SortKey m_sortKey = SortKey::QueueOrder;
     bool m_ascending = true;
     Filter m_filter = Filter::All;
+    QUuid m_anchor;
+    // What the last range from the anchor ticked that was not ticked before.
+    QSet<QUuid> m_rangeTicked;
+    bool m_extending = false;
 };

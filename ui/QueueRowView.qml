@@ -35,14 +35,30 @@ Rectangle {
     required property bool selected
 
     signal toggleSelect(string id)
+    // Shift+click anywhere on the row: a range from the anchor to it.
+    signal extendSelection
     signal remove(string id)
     signal showDetails(string id)
 
     implicitHeight: 30
     color: hover.hovered ? TBTheme.rowHover : index % 2 === 1 ? TBTheme.rowAlt : "transparent"
+    Accessible.role: Accessible.ListItem
+    Accessible.name: fileName
+    Accessible.checkable: true
+    Accessible.checked: selected
 
     HoverHandler {
         id: hover
+    }
+    // Above the row's controls, taking only clicks with Shift.
+    Item {
+        anchors.fill: parent
+        z: 3
+        TapHandler {
+            acceptedModifiers: Qt.ShiftModifier
+            gesturePolicy: TapHandler.WithinBounds
+            onTapped: root.extendSelection()
+        }
     }
     Rectangle {
         anchors.fill: parent
@@ -64,6 +80,8 @@ Rectangle {
             objectName: "rowCheck"
             checked: root.selected
             tip: root.fileName
+            // The list takes the keys (Space ticks); Tab does not stop on each row.
+            focusPolicy: Qt.NoFocus
             onClicked: root.toggleSelect(root.itemId)
             Layout.preferredWidth: 18
         }
@@ -166,6 +184,7 @@ Rectangle {
             objectName: "rowRemove"
             iconName: "xmark"
             tip: L.tr.text(L.RemoveFromQueue)
+            focusPolicy: Qt.NoFocus
             padding: 2
             leftPadding: 2
             rightPadding: 2

@@ -117,8 +117,11 @@ TBCard {
                 model: root.model
                 reuseItems: true
                 boundsBehavior: Flickable.StopAtBounds
-                // A keyboard list: Tab reaches it, the arrows move the current
-                // row, Enter opens its details.
+                // A keyboard list: Tab reaches it, the arrows, Page keys and
+                // Home/End move the current row (with Shift they tick from the
+                // anchor to it), Space ticks it, Enter opens its details and
+                // Delete removes its file. Ticks and ranges are the
+                // controller's; the list only says which rows.
                 activeFocusOnTab: true
                 keyNavigationEnabled: true
                 Accessible.role: Accessible.List
@@ -128,18 +131,102 @@ TBCard {
                     if (row)
                         root.showDetails(row.itemId);
                 }
+                // Makes `row` current; with Shift, ticks from the anchor to it.
+                function moveTo(row: int, extend: bool) {
+                    if (count === 0)
+                        return;
+                    const to = Math.max(0, Math.min(row, count - 1));
+                    if (extend)
+                        root.model.extendSelection(to, currentIndex);
+                    currentIndex = to;
+                    positionViewAtIndex(to, ListView.Contain);
+                }
+                function tickCurrent() {
+                    const row = currentItem as QueueRowView;
+                    if (!row)
+                        return;
+                    root.model.setAnchor(currentIndex);
+                    root.toggleSelect(row.itemId);
+                }
+                // The list keeps the current index: the next file takes the
+                // removed one's place (the one before, at the end).
+                function removeCurrent() {
+                    const row = currentItem as QueueRowView;
+                    if (row)
+                        root.remove(row.itemId);
+                }
+                // A row clicked: it becomes current, and the anchor unless
+                // Shift extends a range to it.
+                function pick(row: int, extend: bool) {
+                    forceActiveFocus(Qt.MouseFocusReason);
+                    if (extend) {
+                        moveTo(row, true);
+                    } else {
+                        root.model.setAnchor(row);
+                        currentIndex = row;
+                    }
+                }
+                readonly property int pageRows: Math.max(1, Math.floor(height / (currentItem ? currentItem.height : 30)) - 1)
+                // Hidden (a run has the screen): its keys go with it.
+                onVisibleChanged: {
+                    if (!visible)
+                        focus = false;
+                }
                 Keys.onReturnPressed: openCurrent()
                 Keys.onEnterPressed: openCurrent()
+                // Delete here removes the current file, not the ticked ones.
+                Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Delete || event.key === Qt.Key_Backspace
+                Keys.onPressed: event => {
+                    const extend = (event.modifiers & Qt.ShiftModifier) !== 0;
+                    event.accepted = true;
+                    switch (event.key) {
+                    case Qt.Key_Up:
+                        moveTo(currentIndex - 1, extend);
+                        break;
+                    case Qt.Key_Down:
+                        moveTo(currentIndex + 1, extend);
+                        break;
+                    case Qt.Key_PageUp:
+                        moveTo(currentIndex - pageRows, extend);
+                        break;
+                    case Qt.Key_PageDown:
+                        moveTo(currentIndex + pageRows, extend);
+                        break;
+                    case Qt.Key_Home:
+                        moveTo(0, extend);
+                        break;
+                    case Qt.Key_End:
+                        moveTo(count - 1, extend);
+                        break;
+                    case Qt.Key_Space:
+                        tickCurrent();
+                        break;
+                    case Qt.Key_Delete:
+                    case Qt.Key_Backspace:
+                        removeCurrent();
+                        break;
+                    default:
+                        event.accepted = false;
+                    }
+                }
 
                 ScrollBar.vertical: ScrollBar {
                 }
                 delegate: QueueRowView {
+                    id: row
                     width: list.width
                     isCurrent: ListView.isCurrentItem && list.activeFocus
                     nameShare: root.nameShare
-                    onToggleSelect: id => root.toggleSelect(id)
+                    onToggleSelect: id => {
+                        list.pick(row.index, false);
+                        root.toggleSelect(id);
+                    }
+                    onExtendSelection: list.pick(row.index, true)
                     onRemove: id => root.remove(id)
-                    onShowDetails: id => root.showDetails(id)
+                    onShowDetails: id => {
+                        list.pick(row.index, false);
+                        root.showDetails(id);
+                    }
                 }
             }
             Label {

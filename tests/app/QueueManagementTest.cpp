@@ -195,6 +195,76 @@ private Q_SLOTS:
         QVERIFY(!f.vm().hasSelection());
     }
 
+    // Shift ranges over the list as shown: Take 2, 4 and 5 are not measured, so
+    // by loudness the rows are Take 2, 4, 5, 6, 3, 1. The anchor is set with
+    // every file shown, then the filter applies, then Shift moves to each target.
+    void rangesFollowTheOrderShown_data()
+    {
+        QTest::addColumn<QueueView::Filter>("filter");
+        QTest::addColumn<QList<int>>("ticked"); // takes ticked beforehand
+        QTest::addColumn<int>("anchor");        // -1: none set
+        QTest::addColumn<int>("current");
+        QTest::addColumn<QList<int>>("targets");
+        QTest::addColumn<QList<int>>("expected");
+        const auto all = QueueView::Filter::All;
+        QTest::newRow("down") << all << QList<int>{} << 1 << 1 << QList{3} << QList{4, 5, 6};
+        QTest::newRow("up") << all << QList<int>{} << 4 << 4 << QList{1} << QList{3, 4, 5, 6};
+        QTest::newRow("back one row, ticks outside kept")
+            << all << QList{1} << 0 << 0 << QList{1, 2, 1} << QList{1, 2, 4};
+        QTest::newRow("back past the anchor")
+            << all << QList<int>{} << 2 << 2 << QList{4, 0} << QList{2, 4, 5};
+        QTest::newRow("a tick made before stays")
+            << all << QList{6} << 0 << 0 << QList{4, 1} << QList{2, 4, 6};
+        QTest::newRow("hidden rows between stay clear")
+            << QueueView::Filter::NotMeasured << QList<int>{} << 0 << 0 << QList{2}
+            << QList{2, 4, 5};
+        QTest::newRow("no anchor: from the current row")
+            << all << QList<int>{} << -1 << 3 << QList{5} << QList{1, 3, 6};
+        QTest::newRow("anchor filtered out: from the current row")
+            << QueueView::Filter::NotMeasured << QList<int>{} << 3 << 1 << QList{2} << QList{4, 5};
+    }
+
+    void rangesFollowTheOrderShown()
+    {
+        QFETCH(QueueView::Filter, filter);
+        QFETCH(QList<int>, ticked);
+        QFETCH(int, anchor);
+        QFETCH(int, current);
+        QFETCH(QList<int>, targets);
+        QFETCH(QList<int>, expected);
+        ControllerFixture f;
+        f.vm().importPaths(f.numberedFiles(6));
+        for (int take = 1; take <= 6; ++take)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(take),
+                                     take == 2 || take == 4 || take == 5
+                                         ? std::nullopt
+                                         : std::optional(ControllerFixture::measured(-10 - take)));
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        const auto idOf = [&f](int take) {
+            return f.idOf(QStringLiteral("Take %1.wav").arg(take));
+        };
+        for (const int take : std::as_const(ticked))
+            f.vm().toggleSelection(idOf(take));
+        QueueView &view = *f.vm().queueView();
+        view.sortBy(QueueView::SortKey::Loudness);
+        view.setAnchor(anchor);
+        view.setFilter(filter);
+
+        QSignalSpy rowsChanged(f.vm().queueModel(), &QAbstractItemModel::dataChanged);
+        QSignalSpy derived(&f.vm(), &MainViewModel::derivedChanged);
+        for (const int target : std::as_const(targets)) {
+            view.extendSelection(target, current);
+            current = target;
+        }
+        QSet<QUuid> wanted;
+        for (const int take : std::as_const(expected))
+            wanted.insert(idOf(take));
+        QCOMPARE(f.vm().selectedIDs(), wanted);
+        // One change per step however long the range, and the window hears of it.
+        QCOMPARE(rowsChanged.count(), targets.size());
+        QCOMPARE(derived.count(), targets.size());
+    }
+
     void oneRowChangesAtATime()
     {
         ControllerFixture f;

@@ -350,6 +350,73 @@ private Q_SLOTS:
         QCOMPARE(sheet->property("fileName").toString(), QStringLiteral("b.wav"));
     }
 
+    // The queue as a keyboard list: Space and Shift tick, Home/End move, Delete
+    // removes the current file (not the ticked ones) and the next takes its row.
+    void theQueueIsAKeyboardList()
+    {
+        vm().importPaths(
+            files({QStringLiteral("a.wav"), QStringLiteral("b.wav"), QStringLiteral("c.wav"),
+                   QStringLiteral("d.wav"), QStringLiteral("e.wav"), QStringLiteral("f.wav")}));
+        measureAll();
+        QQuickItem *list = item("queueList");
+        for (int presses = 0; presses < 40 && !list->hasActiveFocus(); ++presses)
+            press(Qt::Key_Tab);
+        QVERIFY2(list->hasActiveFocus(), "Tab never reached the queue");
+        const auto current = [list] {
+            const auto *row = list->property("currentItem").value<QQuickItem *>();
+            return row ? row->property("fileName").toString() : QString();
+        };
+        const auto ticked = [this] {
+            QStringList names;
+            for (const AudioFileItem &entry : vm().queue())
+                if (vm().selectedIDs().contains(entry.id))
+                    names.append(fileNameOf(entry.sourcePath));
+            return names.join(u' ');
+        };
+
+        press(Qt::Key_Down);
+        press(Qt::Key_Space);
+        QCOMPARE(ticked(), QStringLiteral("b.wav"));
+        press(Qt::Key_Down, Qt::ShiftModifier);
+        press(Qt::Key_Down, Qt::ShiftModifier);
+        QCOMPARE(ticked(), QStringLiteral("b.wav c.wav d.wav"));
+        QCOMPARE(current(), QStringLiteral("d.wav"));
+
+        press(Qt::Key_End);
+        QCOMPARE(current(), QStringLiteral("f.wav"));
+        press(Qt::Key_Delete); // the last row: the one before takes its place
+        QCOMPARE(vm().fileCount(), 5);
+        QTRY_COMPARE(current(), QStringLiteral("e.wav"));
+        press(Qt::Key_Up);
+        press(Qt::Key_Delete);
+        QCOMPARE(vm().fileCount(), 4);
+        QTRY_COMPARE(current(), QStringLiteral("e.wav"));
+        QCOMPARE(list->property("currentIndex").toInt(), 3);
+        QCOMPARE(ticked(), QStringLiteral("b.wav c.wav"));
+        press(Qt::Key_Home);
+        QCOMPARE(current(), QStringLiteral("a.wav"));
+
+        // Shift+click: from the anchor (b, ticked with Space) to the row clicked.
+        QQuickItem *rowE = nullptr;
+        for (QQuickItem *row : list->property("contentItem").value<QQuickItem *>()->childItems())
+            if (row->property("fileName").toString() == u"e.wav" && row->isVisible())
+                rowE = row;
+        QVERIFY(rowE);
+        const QPointF at = rowE->mapToScene(QPointF(rowE->width() / 2, rowE->height() / 2));
+        QTest::mouseClick(window(), Qt::LeftButton, Qt::ShiftModifier, at.toPoint());
+        QCOMPARE(ticked(), QStringLiteral("b.wav c.wav e.wav"));
+        QCOMPARE(current(), QStringLiteral("e.wav"));
+
+        // Once processing, the list is gone and its keys with it.
+        setOutputFolder();
+        press(Qt::Key_Return, Qt::ControlModifier);
+        QTRY_VERIFY(!list->isVisible());
+        press(Qt::Key_Delete);
+        press(Qt::Key_Space);
+        QCOMPARE(vm().fileCount(), 4);
+        QCOMPARE(ticked(), QStringLiteral("b.wav c.wav e.wav"));
+    }
+
     // After a run, as a user goes on: retry the failure, back to the queue,
     // add more files, and they are measured.
     void afterARunTheButtonsLeadOn()
