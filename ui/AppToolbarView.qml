@@ -53,7 +53,7 @@ Rectangle {
             Layout.maximumWidth: 230
             Label {
                 text: "QUILLMERE TOOLS"
-                font.pixelSize: 9
+                font.pixelSize: 11
                 font.bold: true
                 font.letterSpacing: 2
                 color: TBTheme.muted
@@ -67,7 +67,7 @@ Rectangle {
             Label {
                 objectName: "subtitle"
                 text: L.tr.text(L.AppSubtitle)
-                font.pixelSize: 10
+                font.pixelSize: 11
                 color: TBTheme.muted
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
@@ -80,10 +80,12 @@ Rectangle {
             text: root.statusText
             color: TBTheme.muted
             font.pixelSize: 12
-            elide: Text.ElideRight
+            // It carries the only progress numbers on the idle screen: where it is
+            // narrow it wraps between words, it never cuts them off.
+            wrapMode: Text.WordWrap
             horizontalAlignment: Text.AlignHCenter
             Layout.fillWidth: true
-            Layout.minimumWidth: Math.min(implicitWidth, 100)
+            Layout.minimumWidth: Math.min(implicitWidth, 150)
             Accessible.role: Accessible.StatusBar
         }
 

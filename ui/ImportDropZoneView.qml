@@ -166,8 +166,10 @@ TBCard {
                             color: TBTheme.text
                             font.pixelSize: 14
                             font.weight: Font.DemiBold
-                            elide: Text.ElideRight
-                            Layout.preferredWidth: implicitWidth
+                            // Counts are never cut off: narrow, it wraps.
+                            wrapMode: Text.WordWrap
+                            Layout.fillWidth: true
+                            Layout.maximumWidth: implicitWidth
                             Layout.minimumWidth: 80
                         }
                         TBToolbarButton {
@@ -204,7 +206,7 @@ TBCard {
                         text: root.importNotice
                         color: TBTheme.muted
                         font.pixelSize: 12
-                        elide: Text.ElideRight
+                        wrapMode: Text.WordWrap
                         Layout.fillWidth: true
                     }
                     Label {

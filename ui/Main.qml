@@ -97,6 +97,8 @@ ApplicationWindow {
             objectName: "idleScreen"
             anchors.fill: parent
             opacity: window.idle ? 1 : 0
+            // Fading out it takes no clicks and no keys.
+            enabled: window.idle
             visible: opacity > 0
             Behavior on opacity  {
                 NumberAnimation {
@@ -121,6 +123,7 @@ ApplicationWindow {
             // loaded, as panels when the queue is empty or when asked for.
             ColumnLayout {
                 id: column
+                objectName: "idleColumn"
                 anchors.fill: parent
                 anchors.margins: 8
                 spacing: 8

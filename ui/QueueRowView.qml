@@ -22,6 +22,12 @@ Rectangle {
     property bool isCurrent: false
     // The name's part of the room it shares with the folder.
     property real nameShare: 0.6
+    // The fixed columns' widths, from the heading.
+    property real sourceWidth: 76
+    property real loudnessWidth: 130
+    property real gainWidth: 84
+    property real outputWidth: 60
+    property real statusWidth: 100
     required property string sourceLabel
     required property string loudnessText
     required property int loudnessState
@@ -118,7 +124,7 @@ Rectangle {
             text: root.sourceLabel
             color: TBTheme.muted
             font.pixelSize: 12
-            Layout.preferredWidth: 76
+            Layout.preferredWidth: root.sourceWidth
         }
         Label {
             objectName: "rowLoudness"
@@ -127,8 +133,9 @@ Rectangle {
             font.pixelSize: 12
             font.family: "monospace"
             font.italic: root.loudnessState === QueueModel.Silent
-            elide: Text.ElideRight
-            Layout.preferredWidth: 128
+            // Right aligned in figures of one width: the decimal points line up.
+            horizontalAlignment: Text.AlignRight
+            Layout.preferredWidth: root.loudnessWidth
             HoverHandler {
                 id: loudnessHover
             }
@@ -143,17 +150,18 @@ Rectangle {
             color: TBTheme.text
             font.pixelSize: 12
             font.family: "monospace"
-            Layout.preferredWidth: 84
+            horizontalAlignment: Text.AlignRight
+            Layout.preferredWidth: root.gainWidth
         }
         Label {
             text: root.outputLabel
             color: TBTheme.muted
             font.pixelSize: 12
-            Layout.preferredWidth: 60
+            Layout.preferredWidth: root.outputWidth
         }
         Item {
             implicitHeight: badge.implicitHeight
-            Layout.preferredWidth: 96
+            Layout.preferredWidth: root.statusWidth
             StatusBadge {
                 id: badge
                 status: root.status

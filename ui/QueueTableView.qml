@@ -20,6 +20,21 @@ TBCard {
     property string selectAllShortcut
     // The folder column shares the name column's room.
     readonly property real nameShare: 0.6
+    // The fixed columns are as wide as their heading and their widest content in
+    // the language shown, so that neither is ever cut off.
+    readonly property real sourceWidth: Math.max(76, sourceHeader.implicitWidth)
+    readonly property real loudnessWidth: Math.max(loudnessSample.advanceWidth + 6, loudnessHeader.implicitWidth)
+    readonly property real gainWidth: Math.max(gainSample.advanceWidth + 6, gainHeader.implicitWidth)
+    readonly property real outputWidth: Math.max(60, outputHeader.implicitWidth)
+    readonly property real statusWidth: {
+        let widest = statusHeader.implicitWidth;
+        for (let i = 0; i < badgeSamples.count; ++i) {
+            const badge = badgeSamples.itemAt(i);
+            if (badge)
+                widest = Math.max(widest, badge.implicitWidth + 4);
+        }
+        return widest;
+    }
 
     signal toggleSelect(string id)
     signal toggleSelectAll
@@ -27,6 +42,30 @@ TBCard {
     signal showDetails(string id)
 
     padding: 0
+
+    TextMetrics {
+        id: loudnessSample
+        font.family: "monospace"
+        font.pixelSize: 12
+        text: "-00.0 \u2192 -00.0 LUFS"
+    }
+    TextMetrics {
+        id: gainSample
+        font.family: "monospace"
+        font.pixelSize: 12
+        text: "+00.0 dB"
+    }
+    Item {
+        visible: false
+        Repeater {
+            id: badgeSamples
+            model: [ProcessingStatus.Ready, ProcessingStatus.Queued, ProcessingStatus.Analyzing, ProcessingStatus.Processing, ProcessingStatus.Done, ProcessingStatus.Warning, ProcessingStatus.Failed, ProcessingStatus.Cancelled]
+            delegate: StatusBadge {
+                required property int modelData
+                status: modelData
+            }
+        }
+    }
 
     ColumnLayout {
         anchors.fill: parent
@@ -69,32 +108,39 @@ TBCard {
                     Layout.preferredWidth: 1 - root.nameShare
                 }
                 TBSectionLabel {
+                    id: sourceHeader
                     text: L.tr.text(L.ColumnSource)
-                    Layout.preferredWidth: 76
+                    Layout.preferredWidth: root.sourceWidth
                 }
                 SortHeader {
+                    id: loudnessHeader
                     objectName: "sortLoudness"
                     text: L.tr.text(L.ColumnLoudness)
                     sorted: root.model.sortKey === QueueView.Loudness
                     ascending: root.model.ascending
                     onClicked: root.model.sortBy(QueueView.Loudness)
-                    Layout.preferredWidth: 128
+                    horizontalAlignment: Text.AlignRight
+                    Layout.preferredWidth: root.loudnessWidth
                 }
                 TBSectionLabel {
+                    id: gainHeader
                     text: L.tr.text(L.ColumnGain)
-                    Layout.preferredWidth: 84
+                    horizontalAlignment: Text.AlignRight
+                    Layout.preferredWidth: root.gainWidth
                 }
                 TBSectionLabel {
+                    id: outputHeader
                     text: L.tr.text(L.ColumnOutput)
-                    Layout.preferredWidth: 60
+                    Layout.preferredWidth: root.outputWidth
                 }
                 SortHeader {
+                    id: statusHeader
                     objectName: "sortStatus"
                     text: L.tr.text(L.ColumnStatus)
                     sorted: root.model.sortKey === QueueView.Status
                     ascending: root.model.ascending
                     onClicked: root.model.sortBy(QueueView.Status)
-                    Layout.preferredWidth: 96
+                    Layout.preferredWidth: root.statusWidth
                 }
                 Item {
                     Layout.preferredWidth: 20
@@ -217,6 +263,11 @@ TBCard {
                     width: list.width
                     isCurrent: ListView.isCurrentItem && list.activeFocus
                     nameShare: root.nameShare
+                    sourceWidth: root.sourceWidth
+                    loudnessWidth: root.loudnessWidth
+                    gainWidth: root.gainWidth
+                    outputWidth: root.outputWidth
+                    statusWidth: root.statusWidth
                     onToggleSelect: id => {
                         list.pick(row.index, false);
                         root.toggleSelect(id);

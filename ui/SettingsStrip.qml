@@ -29,11 +29,12 @@ TBCard {
             color: TBTheme.text
             font.pixelSize: 13
             font.weight: Font.DemiBold
-            elide: Text.ElideRight
-            // The choices first; the folder takes what is left.
+            // The choices first, whole (it wraps where narrow); the folder takes what is left.
+            wrapMode: Text.WordWrap
             Layout.fillWidth: true
             Layout.preferredWidth: implicitWidth
             Layout.maximumWidth: implicitWidth
+            Layout.minimumWidth: Math.min(implicitWidth, 220)
         }
         TBIcon {
             name: root.outputWarning.length > 0 || root.outputFolder.length === 0 ? "warning" : "folder"

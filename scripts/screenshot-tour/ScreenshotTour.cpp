@@ -230,8 +230,14 @@ int main(int argc, char *argv[])
         vm.process();
         settle(600);
         shoot(window, name("06-processing"));
+        window->resize(900, 680);
+        settle(200);
+        shoot(window, name("06-processing-900"));
         holdProcessing = false;
         settle(800);
+        shoot(window, name("07-completion-900"));
+        window->resize(980, 720);
+        settle(200);
         shoot(window, name("07-completion"));
 
         vm.startNewBatch();
@@ -296,6 +302,10 @@ int main(int argc, char *argv[])
         // and a full-HD window; how many rows each shows goes to the log.
         vm.startNewBatch();
         vm.importPaths({bigSession});
+        window->resize(900, 680);
+        settle(150);
+        if (vm.isAnalyzing())
+            shoot(window, name("16-session-measuring-900x680"));
         while (vm.isAnalyzing())
             settle(100);
         settle(300);

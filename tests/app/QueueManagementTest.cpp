@@ -42,7 +42,7 @@ private Q_SLOTS:
         f.vm().importPaths({first.first()});
         m_language.manager().setSelection(AppLanguage::Ru);
         f.vm().retranslate();
-        QCOMPARE(f.vm().importNotice(), std::optional(QStringLiteral("1 уже в очереди")));
+        QCOMPARE(f.vm().importNotice(), std::optional(QStringLiteral("1 файл уже в очереди")));
     }
 
     void importsThatAddNothingSaySo_data()

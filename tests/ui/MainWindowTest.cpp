@@ -15,6 +15,7 @@
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -280,16 +281,17 @@ private Q_SLOTS:
         QCOMPARE(item("footerLeading")->property("text").toString(), QStringLiteral("1 файл"));
         QCOMPARE(item("footerTrailing")->property("text").toString(),
                  QStringLiteral("Папка вывода не выбрана"));
-        QCOMPARE(item("statusText")->property("text").toString(), QStringLiteral("1 файл готово"));
+        QCOMPARE(item("statusText")->property("text").toString(), QStringLiteral("1 файл готов"));
         QCOMPARE(item("processButton")->property("text").toString(),
                  QStringLiteral("Обработать 1 файл"));
         QCOMPARE(item("loadedSummary")->property("text").toString(),
-                 QStringLiteral("1 файл загружено  \u00b7  Отдельные файлы"));
+                 QStringLiteral("1 файл загружен  \u00b7  Отдельные файлы"));
         QCOMPARE(vm().queueModel()
                      ->data(vm().queueModel()->index(0), QueueModel::StatusTextRole)
                      .toString(),
                  QStringLiteral("Готов"));
-        QCOMPARE(item("importNotice")->property("text").toString(), QStringLiteral("1 добавлено"));
+        QCOMPARE(item("importNotice")->property("text").toString(),
+                 QStringLiteral("1 файл добавлен"));
     }
 
     void anImportThatAddsNothingSaysSoOnAnEmptyQueue()
@@ -573,6 +575,139 @@ private Q_SLOTS:
         check(check, window()->contentItem());
         QVERIFY2(controls >= 20, qPrintable(QString::number(controls)));
         QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(u", ")));
+    }
+
+    // Tab walks the idle screen from top to bottom, and wherever focus lands it shows:
+    // a focus ring on a control, the outlined current row in the queue.
+    void everyTabStopShowsWhereFocusIs()
+    {
+        vm().importPaths(files({QStringLiteral("a.wav"), QStringLiteral("b.wav")}));
+        measureAll();
+        setOutputFolder();
+        window()->setProperty("settingsOpen", true);
+        QQuickItem *list = item("queueList");
+        QQuickItem *column = item("idleColumn");
+        QQuickItem *panels = item("settingsPanels");
+        QTRY_VERIFY(panels->y() + panels->height() <= item("queueTable")->y());
+        QList<QQuickItem *> stops;
+        qreal band = -1;
+        bool listReached = false;
+        for (int presses = 0; presses < 60; ++presses) {
+            press(Qt::Key_Tab);
+            QQuickItem *stop = window()->activeFocusItem();
+            QVERIFY(stop);
+            if (!stops.isEmpty() && stop == stops.first())
+                break;
+            stops.append(stop);
+            const QByteArray name =
+                stop->objectName().toUtf8() + ' ' + stop->metaObject()->className();
+            // Bands of the screen (toolbar, drop bar, settings, panels, queue) in order.
+            QQuickItem *inColumn = stop;
+            while (inColumn && inColumn->parentItem() != column)
+                inColumn = inColumn->parentItem();
+            const qreal y = inColumn ? inColumn->y() : -1;
+            QVERIFY2(y >= band, name.constData());
+            band = y;
+            if (list->isAncestorOf(stop)) {
+                listReached = true;
+                QVERIFY(list->property("currentItem")
+                            .value<QQuickItem *>()
+                            ->property("isCurrent")
+                            .toBool());
+                continue;
+            }
+            QVERIFY2(showsFocus(stop), name.constData());
+        }
+        QVERIFY2(stops.size() >= 15 && stops.size() < 60, "Tab does not go round the screen");
+        QVERIFY(listReached);
+    }
+
+    static bool showsFocus(QQuickItem *stop)
+    {
+        // The ring belongs to the control; focus may sit on an item inside it.
+        for (QQuickItem *control = stop; control; control = control->parentItem()) {
+            if (QQuickItem *ring = visualChild(control, QLatin1StringView("focusRing")))
+                return ring->isVisible();
+        }
+        return false;
+    }
+
+    void textsAreReadableAndNumbersWhole_data()
+    {
+        QTest::addColumn<AppLanguage>("language");
+        QTest::newRow("en") << AppLanguage::En;
+        QTest::newRow("ru") << AppLanguage::Ru;
+    }
+
+    // In the narrowest window, on each screen: nothing a user reads is under 11 px,
+    // and no text that carries a number is cut off.
+    void textsAreReadableAndNumbersWhole()
+    {
+        QFETCH(AppLanguage, language);
+        m_language.manager().setSelection(language);
+        window()->resize(900, 680);
+        QStringList names;
+        for (int take = 1; take <= 22; ++take)
+            names.append(QStringLiteral("take %1.wav").arg(take));
+        vm().importPaths(files(names));
+        for (const QString &name : names.first(3))
+            m_analyzer->gate.release(name, ControllerFixture::measured());
+        QTRY_COMPARE(vm().analysisDone(), 3);
+        checkTexts("measuring");
+
+        measureAll();
+        setOutputFolder();
+        vm().process();
+        for (const QString &name : names.first(2))
+            m_processor->gate.release(name, GatedProcessor::writes());
+        QTRY_COMPARE(vm().processedCount(), 2);
+        checkTexts("processing");
+
+        m_processor->gate.release(names.last(), GatedProcessor::fails(ProcessingError::ffmpegFailed(
+                                                    1, QStringLiteral("bad"))));
+        for (const QString &name : names.sliced(2, names.size() - 3))
+            m_processor->gate.release(name, GatedProcessor::writes());
+        QTRY_COMPARE(vm().screenState(), AppScreenState::Completed);
+        checkTexts("completed");
+    }
+
+    void checkTexts(const char *screen)
+    {
+        QTest::qWait(50); // layouts settle
+        int numbers = 0;
+        const QList<QQuickItem *> texts = visibleTexts(window()->contentItem());
+        for (QQuickItem *text : texts) {
+            const QString content = text->property("text").toString();
+            const QFont font = text->property("font").value<QFont>();
+            const qreal pixels =
+                font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * 96.0 / 72.0;
+            const QByteArray where = screen + QByteArray(": ") + content.toUtf8();
+            QVERIFY2(pixels >= 11, where.constData());
+            // File names and paths give way in the middle; counts and values never do.
+            static const QRegularExpression digit(QStringLiteral("\\d"));
+            if (!content.contains(digit) || text->property("elide").toInt() == Qt::ElideMiddle)
+                continue;
+            QVERIFY2(!text->property("truncated").toBool(), where.constData());
+            QVERIFY2(text->property("contentWidth").toReal() <= text->width() + 1,
+                     where.constData());
+            ++numbers;
+        }
+        QVERIFY(numbers >= 2);
+    }
+
+    static QList<QQuickItem *> visibleTexts(QQuickItem *root)
+    {
+        QList<QQuickItem *> found;
+        if (!root || !root->isVisible() || root->opacity() == 0)
+            return found;
+        if (root->inherits("QQuickText") || root->inherits("QQuickTextInput")) {
+            if (!root->property("text").toString().isEmpty())
+                found.append(root);
+        }
+        const QList<QQuickItem *> children = root->childItems();
+        for (QQuickItem *child : children)
+            found.append(visibleTexts(child));
+        return found;
     }
 
     void panelsSitSideBySideOnlyWhereTheyFit()

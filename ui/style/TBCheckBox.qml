@@ -41,6 +41,13 @@ AbstractButton {
         }
     }
 
+    background: Item {
+        TBFocusRing {
+            shown: root.visualFocus
+            cornerRadius: 3
+        }
+    }
+
     TBToolTip {
         visible: root.hovered && root.tip.length > 0
         text: root.tip

@@ -34,7 +34,10 @@ ComboBox {
         radius: 7
         color: TBTheme.btnBg
         border.width: 1
-        border.color: root.hovered || root.visualFocus ? TBTheme.goldBorder : TBTheme.btnBorder
+        border.color: root.hovered ? TBTheme.goldBorder : TBTheme.btnBorder
+        TBFocusRing {
+            shown: root.visualFocus
+        }
     }
     delegate: ItemDelegate {
         id: option

@@ -13,5 +13,8 @@ TBButtonBase {
         color: root.down ? TBTheme.panel2 : TBTheme.btnBg
         border.width: 1
         border.color: root.hovered && root.enabled ? TBTheme.goldBorder : TBTheme.btnBorder
+        TBFocusRing {
+            shown: root.visualFocus
+        }
     }
 }

@@ -14,5 +14,8 @@ TBButtonBase {
         color: !root.enabled ? TBTheme.btnBg : root.down ? TBTheme.goldPressed : TBTheme.gold
         border.width: root.enabled ? 0 : 1
         border.color: TBTheme.btnBorder
+        TBFocusRing {
+            shown: root.visualFocus
+        }
     }
 }

@@ -24,6 +24,20 @@ Rectangle {
     opacity: enabled ? 1 : 0.5
     Accessible.role: Accessible.PageTabList
     Accessible.name: accessibleName
+    // One Tab stop; the arrows move the choice, as in a group of radio buttons.
+    activeFocusOnTab: true
+    Keys.onLeftPressed: step(-1)
+    Keys.onRightPressed: step(1)
+
+    function step(by) {
+        const index = currentIndex + by;
+        if (index >= 0 && index < model.length)
+            activated(index);
+    }
+
+    TBFocusRing {
+        shown: root.activeFocus
+    }
 
     Row {
         id: segments
@@ -42,6 +56,7 @@ Rectangle {
                 width: (segments.width - (root.model.length - 1) * segments.spacing) / root.model.length
                 height: segments.height
                 hoverEnabled: true
+                focusPolicy: Qt.NoFocus
                 checkable: true
                 checked: index === root.currentIndex
                 Accessible.role: Accessible.PageTab

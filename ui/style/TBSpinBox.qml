@@ -79,5 +79,8 @@ SpinBox {
         color: TBTheme.btnBg
         border.width: 1
         border.color: root.activeFocus ? TBTheme.goldBorder : TBTheme.btnBorder
+        TBFocusRing {
+            shown: root.activeFocus
+        }
     }
 }

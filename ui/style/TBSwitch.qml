@@ -34,6 +34,12 @@ Switch {
             }
         }
     }
+    background: Item {
+        TBFocusRing {
+            shown: root.visualFocus
+            cornerRadius: 6
+        }
+    }
     contentItem: Label {
         text: root.text
         font: root.font

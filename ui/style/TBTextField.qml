@@ -23,5 +23,9 @@ TextField {
         color: TBTheme.bg
         border.width: 1
         border.color: root.invalid ? TBTheme.error : root.activeFocus ? TBTheme.goldBorder : TBTheme.btnBorder
+        TBFocusRing {
+            shown: root.activeFocus
+            cornerRadius: 6
+        }
     }
 }

@@ -97,6 +97,10 @@ QColor info()
 {
     return QColor(111, 168, 217);
 }
+QColor focus()
+{
+    return gold();
+}
 
 QPalette widgetPalette()
 {

@@ -29,6 +29,8 @@ QColor success();
 QColor warning();
 QColor error();
 QColor info();
+// The keyboard focus ring.
+QColor focus();
 
 // The palette for Qt's own widgets (file dialogs) so they sit in the same look.
 QPalette widgetPalette();

@@ -34,6 +34,7 @@ class TBThemeObject : public QObject
     Q_PROPERTY(QColor warning READ warning CONSTANT)
     Q_PROPERTY(QColor error READ error CONSTANT)
     Q_PROPERTY(QColor info READ info CONSTANT)
+    Q_PROPERTY(QColor focus READ focus CONSTANT)
 
 public:
     using QObject::QObject;
@@ -58,5 +59,6 @@ public:
     static QColor success() { return TBTheme::success(); }
     static QColor warning() { return TBTheme::warning(); }
     static QColor error() { return TBTheme::error(); }
+    static QColor focus() { return TBTheme::focus(); }
     static QColor info() { return TBTheme::info(); }
 };

@@ -14,5 +14,9 @@ TBButtonBase {
         implicitHeight: 30
         radius: 6
         color: root.down || root.checked ? TBTheme.rowHover : root.hovered ? TBTheme.rowAlt : "transparent"
+        TBFocusRing {
+            shown: root.visualFocus
+            cornerRadius: 6
+        }
     }
 }
