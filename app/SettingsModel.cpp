@@ -5,6 +5,8 @@
 #include "localization/L.h"
 #include "model/NumberFormat.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <cmath>
 
@@ -70,7 +72,9 @@ QString SettingsModel::summary() const
         parts.append(L::sampleRateLabel(settings.sampleRateMode));
     if (bitDepthApplies())
         parts.append(L::bitDepthLabel(settings.bitDepth));
-    return parts.join(QStringLiteral(" \u00b7 "));
+    // Where the line wraps, a number keeps its unit: "24 bit", "-1.0 dBTP".
+    static const QRegularExpression numberSpace(QStringLiteral("(\\d) "));
+    return parts.join(QStringLiteral(" \u00b7 ")).replace(numberSpace, QStringLiteral("\\1\u00a0"));
 }
 
 template<typename Change>

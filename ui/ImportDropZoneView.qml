@@ -168,9 +168,8 @@ TBCard {
                             font.weight: Font.DemiBold
                             // Counts are never cut off: narrow, it wraps.
                             wrapMode: Text.WordWrap
-                            Layout.fillWidth: true
-                            Layout.maximumWidth: implicitWidth
-                            Layout.minimumWidth: 80
+                            Layout.preferredWidth: implicitWidth
+                            Layout.minimumWidth: Math.min(implicitWidth, 160)
                         }
                         TBToolbarButton {
                             id: filterButton

@@ -161,15 +161,15 @@
     </message>
     <message>
         <source>Theatre Ambience</source>
-        <translation>Театральная атмосфера</translation>
+        <translation>Театральный фон</translation>
     </message>
     <message>
         <source>Active Ambience</source>
-        <translation>Активная атмосфера</translation>
+        <translation>Активный фон</translation>
     </message>
     <message>
         <source>Music / Playback</source>
-        <translation>Музыка / Воспроизведение</translation>
+        <translation>Музыка / Фонограмма</translation>
     </message>
     <message>
         <source>Voice / Dialogue</source>
@@ -806,7 +806,7 @@ Reading it took far longer than a file of its size should; its header may be wro
     </message>
     <message>
         <source>32-bit float</source>
-        <translation>32 бит, плавающая точка</translation>
+        <translation>32 бит float</translation>
     </message>
 </context>
 </TS>

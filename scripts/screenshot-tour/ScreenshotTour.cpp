@@ -25,6 +25,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QKeyEvent>
 #include <QQmlExtensionPlugin>
 #include <QQuickItem>
 #include <QQuickStyle>
@@ -44,6 +45,7 @@ Q_IMPORT_QML_PLUGIN(Tonbrook_UiPlugin)
 namespace {
 
 std::atomic<bool> holdProcessing{false};
+std::atomic<bool> holdMeasuring{false};
 
 // Loudness derived from the name, so every run looks the same.
 double loudnessOf(const QString &path)
@@ -54,8 +56,8 @@ double loudnessOf(const QString &path)
 // Loudness from the name; "Room tone" files measure until cancelled.
 LoudnessMeasurement standInMeasurement(const QString &path, const CancellationToken &token)
 {
-    if (fileNameOf(path).startsWith(QStringLiteral("Room tone")))
-        while (!token.isCancelled())
+    if (fileNameOf(path).startsWith(QStringLiteral("Room tone")) || holdMeasuring)
+        while (!token.isCancelled() && (holdMeasuring || fileNameOf(path).startsWith(u"Room tone")))
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
     if (fileNameOf(path).contains(QStringLiteral("corrupt")))
         throw ProcessingError::analysisFailed(QStringLiteral("no measurement"));
@@ -191,6 +193,12 @@ int main(int argc, char *argv[])
         };
 
         shoot(window, name("01-idle-empty"));
+        // Where keyboard focus shows: eight Tab presses in.
+        for (int presses = 0; presses < 8; ++presses) {
+            QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+            QCoreApplication::sendEvent(window, &tab);
+        }
+        shoot(window, name("01-idle-focus"));
 
         ProcessingSettings settings = vm.settings();
         settings.outputFolder = scratch.filePath(QStringLiteral("Delivered"));
@@ -301,11 +309,12 @@ int main(int argc, char *argv[])
         // A real session: 300 files in 10 folders, at the smallest, the default
         // and a full-HD window; how many rows each shows goes to the log.
         vm.startNewBatch();
+        holdMeasuring = true;
         vm.importPaths({bigSession});
         window->resize(900, 680);
-        settle(150);
-        if (vm.isAnalyzing())
-            shoot(window, name("16-session-measuring-900x680"));
+        settle(300);
+        shoot(window, name("16-session-measuring-900x680"));
+        holdMeasuring = false;
         while (vm.isAnalyzing())
             settle(100);
         settle(300);

@@ -13,8 +13,8 @@ ComboBox {
     Accessible.name: displayText
 
     contentItem: Label {
-        leftPadding: 10
-        rightPadding: 28
+        leftPadding: 8
+        rightPadding: 26
         text: root.displayText
         font: root.font
         color: root.enabled ? TBTheme.text : TBTheme.disabled
