@@ -19,6 +19,9 @@ CompletionSummary CompletionSummary::of(const QList<ProcessingResult> &results, 
             break;
         case ProcessingOutcome::Cancelled:
             continue;
+        case ProcessingOutcome::Skipped:
+            ++summary.skipped;
+            continue;
         }
         ++summary.totalProcessed;
     }

@@ -16,6 +16,7 @@ struct CompletionSummary
     Q_PROPERTY(int reachedTarget MEMBER reachedTarget CONSTANT)
     Q_PROPERTY(int peakLimited MEMBER peakLimited CONSTANT)
     Q_PROPERTY(int failed MEMBER failed CONSTANT)
+    Q_PROPERTY(int skipped MEMBER skipped CONSTANT)
     Q_PROPERTY(bool normalized MEMBER normalized CONSTANT)
 
 public:
@@ -28,6 +29,8 @@ public:
     int failed = 0;
     // Whether the run normalised or only converted.
     bool normalized = true;
+    // Left as they were: their output was already there. Not among the processed.
+    int skipped = 0;
 
     // The totals of a run's results; cancelled files do not count.
     static CompletionSummary of(const QList<ProcessingResult> &results, bool normalized);

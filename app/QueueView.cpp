@@ -27,8 +27,10 @@ int statusRank(ProcessingStatus::Kind kind)
         return 6;
     case ProcessingStatus::Kind::Done:
         return 7;
+    case ProcessingStatus::Kind::Skipped:
+        return 8;
     }
-    return 8;
+    return 9;
 }
 
 const QCollator &collator()

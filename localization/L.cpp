@@ -408,6 +408,18 @@ Entry entry(L::Text key)
         return {QT_TRANSLATE_N_NOOP("L", "%n file(s) skipped: unsupported format (%1)"), true};
     case L::SkippedNotAudio:
         return {QT_TRANSLATE_N_NOOP("L", "%n item(s) skipped: not audio files"), true};
+    case L::CliJobsOption:
+        return {QT_TRANSLATE_NOOP("L", "Files measured or written at once, 1 to 64 (default %1: "
+                                       "one per core, at least 3, at most 16)."),
+                false};
+    case L::CliSkipExistingOption:
+        return {QT_TRANSLATE_NOOP("L", "Leave out files whose output file is already there, so "
+                                       "that an interrupted run can be resumed."),
+                false};
+    case L::AlreadyWritten:
+        return {QT_TRANSLATE_NOOP("L", "Already written: %1"), false};
+    case L::SkippedExisting:
+        return {QT_TRANSLATE_N_NOOP("L", "%n file(s) skipped: already written"), true};
     }
     return {"", false};
 }
@@ -546,6 +558,8 @@ QString L::statusName(ProcessingStatus::Kind kind)
         return translated(QT_TRANSLATE_NOOP("L", "Failed"));
     case ProcessingStatus::Kind::Cancelled:
         return translated(QT_TRANSLATE_NOOP("L", "Cancelled"));
+    case ProcessingStatus::Kind::Skipped:
+        return translated(QT_TRANSLATE_NOOP("L", "Skipped"));
     }
     return {};
 }

@@ -191,6 +191,11 @@ public:
         KeepGoing,
         StopRun,
         ImportScanning,
+        CliJobsOption,
+        CliSkipExistingOption,
+        // A skipped file's status line: where its output already is.
+        AlreadyWritten,
+        SkippedExisting,
     };
     Q_ENUM(Text)
 

@@ -6,8 +6,8 @@
 namespace ProcessingOutcomes {
 
 namespace {
-constexpr RawValueTable<all.size()> raw{u"Success", u"Peak limited", u"Failed", u"Cancelled",
-                                        u"Clipped"};
+constexpr RawValueTable<all.size()> raw{u"Success",   u"Peak limited", u"Failed",
+                                        u"Cancelled", u"Clipped",      u"Skipped"};
 }
 
 QString rawValue(ProcessingOutcome outcome)

@@ -32,6 +32,9 @@ struct ProcessingSettings
     bool revealInFinderWhenComplete = true;
     bool addPrefix = false;
     QString prefix = QStringLiteral("LUFS_");
+    // A file whose output is already there, under the name a run into an
+    // empty folder would give it, is left as it is (resuming a run).
+    bool skipExisting = false;
 
     // The loudness files are normalised to: the custom value for the custom
     // preset or a preset without a target, else the preset's own.

@@ -20,12 +20,14 @@ enum class Kind
     Processing,
     Done,
     Cancelled,
+    // Not written again: its output was already there.
+    Skipped,
 };
 Q_ENUM_NS(Kind)
 
 } // namespace ProcessingStatusKinds
 
-// Where one queue item stands. Warning and Failed carry a message for the user;
+// Where one queue item stands. Warning, Failed and Skipped carry a message for the user;
 // how a status is drawn belongs to the views.
 class ProcessingStatus
 {
@@ -43,6 +45,7 @@ public:
     static ProcessingStatus processing() { return {Kind::Processing, {}}; }
     static ProcessingStatus done() { return {Kind::Done, {}}; }
     static ProcessingStatus cancelled() { return {Kind::Cancelled, {}}; }
+    static ProcessingStatus skipped(const QString &message) { return {Kind::Skipped, message}; }
 
     // A new item's: ready.
     ProcessingStatus()

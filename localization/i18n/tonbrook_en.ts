@@ -784,5 +784,28 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>32-bit float</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Files measured or written at once, 1 to 64 (default %1: one per core, at least 3, at most 16).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave out files whose output file is already there, so that an interrupted run can be resumed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Already written: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) skipped: already written</source>
+        <translation>
+            <numerusform>%n file skipped: already written</numerusform>
+            <numerusform>%n files skipped: already written</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Skipped</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

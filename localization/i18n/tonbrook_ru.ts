@@ -808,5 +808,29 @@ Reading it took far longer than a file of its size should; its header may be wro
         <source>32-bit float</source>
         <translation>32 бит float</translation>
     </message>
+    <message>
+        <source>Files measured or written at once, 1 to 64 (default %1: one per core, at least 3, at most 16).</source>
+        <translation>Сколько файлов измерять или записывать одновременно, от 1 до 64 (по умолчанию %1: по одному на ядро, не меньше 3 и не больше 16).</translation>
+    </message>
+    <message>
+        <source>Leave out files whose output file is already there, so that an interrupted run can be resumed.</source>
+        <translation>Пропускать файлы, для которых выходной файл уже есть, чтобы продолжить прерванный запуск.</translation>
+    </message>
+    <message>
+        <source>Already written: %1</source>
+        <translation>Уже записан: %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) skipped: already written</source>
+        <translation>
+            <numerusform>%n файл пропущен: уже записан</numerusform>
+            <numerusform>%n файла пропущены: уже записаны</numerusform>
+            <numerusform>%n файлов пропущено: уже записаны</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Skipped</source>
+        <translation>Пропущен</translation>
+    </message>
 </context>
 </TS>
