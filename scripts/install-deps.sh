@@ -23,6 +23,8 @@ packages=(
     # tests: locale sources for the comma-decimal checks, python for independent
     # parsers, libebur128 as the loudness meter that checks what Tonbrook wrote
     locales python3 libebur128-dev
+    # scripts/tonbrook-parallel and its test: GNU parallel
+    parallel
     # installing and packaging: validators for the desktop files, the manual
     # page formatter, and what CPack's .deb generator runs
     desktop-file-utils appstream groff-base file dpkg-dev
