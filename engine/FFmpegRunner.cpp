@@ -17,6 +17,7 @@
 #include <optional>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
@@ -113,6 +114,9 @@ struct LaunchPlan
     // then stops its children on purpose, rather than killing ffmpeg behind
     // its back (a measurement cut short would read as a damaged file).
     ::setpgid(0, 0);
+    // Behind the desktop, not in its way (the kernel stops at 19). This task
+    // only: between vfork and exec it is the child, not the thread that started it.
+    ::setpriority(PRIO_PROCESS, 0, ::getpriority(PRIO_PROCESS, 0) + FFmpegRunner::childNiceness);
     // Every signal at its default and none blocked, whatever the application
     // did with its own: no handler of Tonbrook's may run in this child, which
     // shares its memory until exec, and one SIGTERM always reaches ffmpeg's.

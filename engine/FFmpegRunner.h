@@ -16,6 +16,9 @@ class FFmpegRunner final : public FFmpegRunning
 public:
     // How often a running child's token is looked at.
     static constexpr std::chrono::milliseconds cancellationPollInterval{50};
+    // How much lower than Tonbrook's own the children's scheduling priority
+    // is (as `nice -n 10`), so that a batch leaves the desktop responsive.
+    static constexpr int childNiceness = 10;
     // How long a child asked to stop may take before it is killed.
     static constexpr std::chrono::seconds terminationGrace{5};
     // The longest a run may take on an input of this size: a minute a

@@ -8,11 +8,13 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
 #include <future>
+#include <sys/resource.h>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -30,6 +32,22 @@ QStringList args(std::initializer_list<const char *> items)
     for (const char *item : items)
         list.append(QString::fromUtf8(item));
     return list;
+}
+
+// The nice value of our one child (field 19 of its /proc stat line), or
+// nothing while there is not exactly one.
+std::optional<int> childNiceValue()
+{
+    const QList<qint64> children = TestEnvironment::childProcessIds();
+    if (children.size() != 1)
+        return std::nullopt;
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(children.first()));
+    if (!stat.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    // The name in parentheses may hold spaces; fields 3 onwards follow it.
+    const QByteArray line = stat.readAll();
+    const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+    return fields.size() > 16 ? std::optional(fields[16].toInt()) : std::nullopt;
 }
 
 } // namespace
@@ -210,6 +228,21 @@ private Q_SLOTS:
         // One poll interval plus the child's own exit.
         QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(result.exitCode, SIGTERM);
+    }
+
+    // ffmpeg gives way to the desktop: ten steps nicer than we are.
+    void childRunsAtALowerPriority()
+    {
+        const int ours = ::getpriority(PRIO_PROCESS, 0);
+        if (ours + 10 > 19)
+            QSKIP("already at the lowest priority: nothing to tell apart");
+        CancellationToken token;
+        const FFmpegRunner runner = helperRunner();
+        auto run = std::async(std::launch::async, [&] {
+            return runner.run({QStringLiteral("sleep"), QStringLiteral("10000")}, token);
+        });
+        const auto stop = qScopeGuard([&token] { token.cancel(); });
+        QTRY_COMPARE(childNiceValue(), std::optional(ours + 10));
     }
 
     void childThatClosesOutputEarlyIsStillWaitedFor()
