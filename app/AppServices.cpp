@@ -10,6 +10,10 @@
 #include "files/NoFilePanels.h"
 #include "files/OutputPathService.h"
 
+#include <QThread>
+
+#include <algorithm>
+
 std::shared_ptr<const FileImporting> AppServices::standardImport()
 {
     return std::make_shared<FileImportService>(std::make_shared<FolderScanner>());
@@ -37,4 +41,9 @@ std::shared_ptr<const LoudnessProcessing> AppServices::bundledProcessing()
     return std::make_shared<LoudnessProcessingService>(
         std::make_shared<FFmpegRunner>(ffmpeg),
         std::make_shared<LoudnessAnalysisService>(std::make_shared<FFmpegRunner>(ffmpeg)));
+}
+
+int AppServices::defaultParallelJobs()
+{
+    return std::clamp(QThread::idealThreadCount(), 3, 16);
 }

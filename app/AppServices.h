@@ -35,6 +35,8 @@ struct AppServices
     std::shared_ptr<FolderRevealing> revealer;
     // Absent: a run ends silently.
     std::shared_ptr<RunNotifying> notifier;
+    // How many files are measured at once, and how many written at once.
+    int parallelJobs = defaultParallelJobs();
 
     static std::shared_ptr<const FileImporting> standardImport();
     static std::shared_ptr<FilePanelPresenting> noPanels();
@@ -42,4 +44,7 @@ struct AppServices
     // Measuring and processing with the bundled ffmpeg, each on runners of its own.
     static std::shared_ptr<const LoudnessAnalyzing> bundledAnalysis();
     static std::shared_ptr<const LoudnessProcessing> bundledProcessing();
+    // One ffmpeg per core, at least 3 (each job spends much of its time
+    // reading and writing) and at most 16.
+    static int defaultParallelJobs();
 };

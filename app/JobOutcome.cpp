@@ -34,6 +34,10 @@ ItemChange itemChange(const JobOutput &output, bool cancelled, const QString &so
 {
     if (const auto *result = std::get_if<ProcessingResult>(&output)) {
         const ProcessingOutcome outcome = result->outcome;
+        if (outcome == ProcessingOutcome::Skipped)
+            return {.status = ProcessingStatus::skipped(
+                        L::text(L::AlreadyWritten, displayedPath(destination))),
+                    .result = *result};
         const bool warned =
             outcome == ProcessingOutcome::PeakLimited || outcome == ProcessingOutcome::Clipped;
         return {.status = warned ? ProcessingStatus::warning(result->warningMessage.value_or(

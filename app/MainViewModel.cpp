@@ -3,6 +3,7 @@
 
 #include "app/OutputFolderCheck.h"
 #include "app/ReportExport.h"
+#include "files/OutputDestination.h"
 #include "localization/L.h"
 #include "model/NumberFormat.h"
 #include "model/StandardPath.h"
@@ -38,7 +39,7 @@ MainViewModel::MainViewModel(Services services, QObject *parent)
 {
     m_settings = m_services.settingsStore.restore(m_settings);
     m_queue.setOutputMode(m_settings.outputFormatMode);
-    m_pool.setMaxThreadCount(4 * maxParallelJobs);
+    m_pool.setMaxThreadCount(4 * parallelJobs());
 
     connect(&m_import, &ImportRun::found, this, [this](const QList<AudioFileItem> &items) {
         const bool draining = !m_toAppend.isEmpty();
@@ -447,9 +448,11 @@ void MainViewModel::analyzeQueue()
 {
     if (m_installationProblem)
         return;
+    // A file a run would leave as it is need not be measured either.
+    const QSet<QUuid> kept = alreadyWritten();
     std::vector<std::pair<QUuid, QString>> pending;
     for (const AudioFileItem &item : queue()) {
-        if (item.needsMeasuring() && !analyzingIDs().contains(item.id))
+        if (item.needsMeasuring() && !analyzingIDs().contains(item.id) && !kept.contains(item.id))
             pending.emplace_back(item.id, item.sourcePath);
     }
     if (pending.empty())
@@ -462,6 +465,20 @@ void MainViewModel::analyzeQueue()
     m_queue.setStatus(ids, ProcessingStatus::queued());
     m_analysis.start(std::move(pending), m_services.analysisService,
                      m_settings.effectiveTargetLUFS(), m_settings.truePeakCeiling);
+}
+
+QSet<QUuid> MainViewModel::alreadyWritten() const
+{
+    QSet<QUuid> ids;
+    if (!m_settings.skipExisting || !m_settings.outputFolder)
+        return ids;
+    QSet<QString> reserved;
+    for (const AudioFileItem &item : queue()) {
+        if (OutputDestination::forItem(item, m_settings, *m_settings.outputFolder, reserved)
+                .existing)
+            ids.insert(item.id);
+    }
+    return ids;
 }
 
 void MainViewModel::stopAnalysis()

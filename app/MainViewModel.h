@@ -19,6 +19,7 @@
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
+#include <algorithm>
 #include <optional>
 
 // The one controller behind the window and the command line: the hub between
@@ -71,8 +72,6 @@ class MainViewModel : public QObject
 
 public:
     using Services = AppServices;
-
-    static constexpr int maxParallelJobs = 3;
 
     explicit MainViewModel(Services services = {}, QObject *parent = nullptr);
     ~MainViewModel() override;
@@ -226,6 +225,8 @@ private:
     };
 
     void revalidateOutputFolder();
+    // With skipExisting: the queued files whose output a run would find already written.
+    QSet<QUuid> alreadyWritten() const;
     // After an import: its notice, the output folder's check, and measuring.
     void imported(const ImportSummary &summary);
     // Appends found items a slice at a time, so the window draws in between.
@@ -243,6 +244,7 @@ private:
     // Stops what runs and says that the installation is at fault.
     void stopForInstallationFault(const QString &reason);
     void setCompletionSummary(std::optional<CompletionSummary> summary);
+    int parallelJobs() const { return std::max(1, m_services.parallelJobs); }
 
     Services m_services;
     QueueModel m_queue;
@@ -255,10 +257,11 @@ private:
     std::optional<QString> m_reportError;
     std::optional<QString> m_installationProblem;
     std::optional<CompletionSummary> m_completionSummary;
-    // Jobs only wait on ffmpeg; several runs may overlap, three jobs each.
     QTimer m_runClock;
+    // Jobs only wait on ffmpeg. Four threads per width: room for a measuring
+    // batch, a processing run, an import and a cancelled run still winding down.
     QThreadPool m_pool;
-    AnalysisRun m_analysis{m_pool, maxParallelJobs};
+    AnalysisRun m_analysis{m_pool, parallelJobs()};
     ImportRun m_import{m_pool};
     QList<AudioFileItem> m_toAppend;
     // The files being written now, in the order they started.
@@ -266,5 +269,5 @@ private:
     std::optional<ImportSummary> m_importTotals;
     QStringList m_waitingPaths;
     int m_importFound = 0;
-    ProcessingRun m_processing{m_pool, maxParallelJobs};
+    ProcessingRun m_processing{m_pool, parallelJobs()};
 };

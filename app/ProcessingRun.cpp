@@ -32,7 +32,7 @@ std::vector<ProcessingRun::Job> ProcessingRun::plan(const QList<AudioFileItem> &
         const OutputDestination destination =
             OutputDestination::forItem(item, settings, *settings.outputFolder, reserved);
         destinations.insert(item.id, destination.path);
-        jobs.push_back({item, destination.path, destination.encoding});
+        jobs.push_back({item, destination.path, destination.encoding, destination.existing});
     }
     // What killed runs left in these folders goes now; a live run's files stay.
     QSet<QString> folders;
@@ -76,6 +76,10 @@ void ProcessingRun::start(const QList<AudioFileItem> &items, const ProcessingSet
     const QPointer<ProcessingRun> self(this);
     callbacks.work = [processor, token, settings, jobs, self](const Entry &index) -> JobOutput {
         const Job &job = (*jobs)[index];
+        if (job.alreadyWritten)
+            return ProcessingResult{.sourceFileName = fileNameOf(job.item.sourcePath),
+                                    .outputFileName = fileNameOf(job.destination),
+                                    .outcome = ProcessingOutcome::Skipped};
         // Told to the GUI thread a whole per cent at a time.
         int told = -1;
         const auto progress = [&job, &told, self](double fraction) {

@@ -34,6 +34,8 @@ public:
         AudioFileItem item;
         QString destination;
         OutputEncoding encoding;
+        // An earlier run's file is already at the destination: the job only says so.
+        bool alreadyWritten = false;
 
         // Where the result went: the planned folder, the name actually written.
         QString writtenPath(const ProcessingResult &result) const

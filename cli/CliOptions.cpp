@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int maximumJobs = 64;
+
 QString presetChoices()
 {
     QStringList ids;
@@ -56,8 +58,14 @@ CliParseResult parseCliOptions(const QStringList &arguments)
     const QCommandLineOption json(QStringLiteral("json"), L::text(L::CliJsonOption));
     const QCommandLineOption language(QStringLiteral("language"), L::text(L::CliLanguageOption),
                                       QStringLiteral("L"));
+    const QCommandLineOption jobs(
+        QStringLiteral("jobs"),
+        L::text(L::CliJobsOption, QString::number(AppServices::defaultParallelJobs())),
+        QStringLiteral("N"));
+    const QCommandLineOption skipExisting(QStringLiteral("skip-existing"),
+                                          L::text(L::CliSkipExistingOption));
     parser.addOptions({output, preset, target, ceiling, noNormalize, format, sampleRate, bitDepth,
-                       prefix, report, analyzeOnly, json, language});
+                       prefix, report, analyzeOnly, json, language, jobs, skipExisting});
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("PATH"), L::text(L::CliPathsArgument),
@@ -131,7 +139,16 @@ CliParseResult parseCliOptions(const QStringList &arguments)
             return invalid(language);
         options.language = *chosen;
     }
+    if (parser.isSet(jobs)) {
+        bool number = false;
+        const int count = parser.value(jobs).toInt(&number);
+        if (!number || count < 1 || count > maximumJobs)
+            return invalid(jobs);
+        options.parallelJobs = count;
+    }
     options.analyzeOnly = parser.isSet(analyzeOnly);
+    // Measuring only writes nothing, so there is nothing to leave out.
+    options.settings.skipExisting = parser.isSet(skipExisting) && !options.analyzeOnly;
     options.json = parser.isSet(json);
     if (parser.isSet(report))
         options.reportPath = absolute(parser.value(report));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/AppServices.h"
 #include "localization/AppLanguage.h"
 #include "model/ProcessingSettings.h"
 
@@ -17,6 +18,8 @@ struct CliOptions
     AppLanguage language = AppLanguage::System;
     bool analyzeOnly = false;
     bool json = false;
+    // Files measured at once, and files written at once.
+    int parallelJobs = AppServices::defaultParallelJobs();
 };
 
 // Either the options, or the one-line complaint (naming the option) for a

@@ -216,6 +216,8 @@ void CliSession::finishRun()
             m_out << L::text(L::PeakLimited, summary->peakLimited) << Qt::endl;
         if (summary->failed > 0)
             m_out << L::text(L::FailedCount, summary->failed) << Qt::endl;
+        if (summary->skipped > 0)
+            m_out << L::text(L::SkippedExisting, summary->skipped) << Qt::endl;
     }
     int status = std::max(m_pathStatus, summary->failed > 0 ? 1 : 0);
     if (m_options.reportPath) {
@@ -349,8 +351,10 @@ void CliSession::printJson()
         } else {
             object.insert(QStringLiteral("result"), QJsonValue());
         }
+        // Written by this run, or left from an earlier one.
         const bool written = item.status.kind() == ProcessingStatus::Kind::Done ||
-                             item.status.kind() == ProcessingStatus::Kind::Warning;
+                             item.status.kind() == ProcessingStatus::Kind::Warning ||
+                             item.status.kind() == ProcessingStatus::Kind::Skipped;
         const auto output = m_controller->destinationOf(item.id);
         object.insert(QStringLiteral("output"),
                       written && output ? QJsonValue(*output) : QJsonValue());

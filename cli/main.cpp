@@ -88,7 +88,8 @@ int main(int argc, char *argv[])
     // services' own store remembers nothing.
     CliSession session(
         options, std::make_unique<MainViewModel>(AppServices{
-                     .panelPresenter = std::make_shared<CliPanelPresenter>(options.reportPath)}));
+                     .panelPresenter = std::make_shared<CliPanelPresenter>(options.reportPath),
+                     .parallelJobs = options.parallelJobs}));
 
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, signalPipe) == 0) {
         auto *notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &app);

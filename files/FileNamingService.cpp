@@ -28,4 +28,15 @@ QString uniquePath(const QString &wanted, const QSet<QString> &reserved)
     }
 }
 
+QString unreservedPath(const QString &wanted, const QSet<QString> &reserved)
+{
+    if (!reserved.contains(standardizedPath(wanted)))
+        return wanted;
+    for (qint64 n = 2;; ++n) {
+        const QString candidate = numberedPath(wanted, n);
+        if (!reserved.contains(standardizedPath(candidate)))
+            return candidate;
+    }
+}
+
 } // namespace FileNamingService

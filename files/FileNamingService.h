@@ -11,6 +11,9 @@ namespace FileNamingService {
 
 // `reserved` holds the standardized paths already promised in this run.
 QString uniquePath(const QString &wanted, const QSet<QString> &reserved);
+// The name a file gets in an empty folder: numbered only past the names
+// promised to earlier files of the run, whatever is on disk.
+QString unreservedPath(const QString &wanted, const QSet<QString> &reserved);
 bool isTaken(const QString &path, const QSet<QString> &reserved);
 
 } // namespace FileNamingService

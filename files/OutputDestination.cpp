@@ -4,6 +4,8 @@
 #include "files/FileNamingService.h"
 #include "model/StandardPath.h"
 
+#include <sys/stat.h>
+
 namespace {
 
 QString extensionOf(const QString &fileName)
@@ -27,6 +29,14 @@ QString subfolderOf(const QString &relativePath)
     parts.removeIf(
         [](const QString &part) { return part.isEmpty() || part == u"." || part == u".."; });
     return parts.join(u'/');
+}
+
+// A regular file (or a link to one): what a finished run leaves behind.
+bool holdsFile(const QString &path)
+{
+    struct stat info
+    {};
+    return ::stat(encodedPath(path).constData(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
 } // namespace
@@ -54,6 +64,14 @@ OutputDestination OutputDestination::forItem(const AudioFileItem &item,
     const QString subfolder = subfolderOf(item.relativePath);
     if (!subfolder.isEmpty())
         path += subfolder + u'/';
+    if (settings.skipExisting) {
+        // A source is never its own output, whatever the folders.
+        const QString plain = FileNamingService::unreservedPath(path + name, reserved);
+        if (holdsFile(plain) && standardizedPath(plain) != standardizedPath(item.sourcePath)) {
+            reserved.insert(standardizedPath(plain));
+            return {encoding, plain, true};
+        }
+    }
     path = FileNamingService::uniquePath(path + name, reserved);
     reserved.insert(standardizedPath(path));
     return {encoding, path};

@@ -33,7 +33,8 @@ public:
     QTemporaryDir dir;
     std::unique_ptr<MainViewModel> controller;
 
-    ControllerFixture()
+    // Three jobs at a time unless told otherwise, whatever the machine.
+    explicit ControllerFixture(int parallelJobs = 3)
     {
         preferences = std::make_shared<QSettings>(dir.filePath(QStringLiteral("preferences.ini")),
                                                   QSettings::IniFormat);
@@ -43,7 +44,8 @@ public:
                         .analysisService = analyzer,
                         .processingService = processor,
                         .revealer = revealer,
-                        .notifier = notifier});
+                        .notifier = notifier,
+                        .parallelJobs = parallelJobs});
     }
 
     MainViewModel &vm() { return *controller; }

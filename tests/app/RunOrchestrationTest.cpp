@@ -72,6 +72,35 @@ private Q_SLOTS:
         QCOMPARE(f.analyzer->gate.started().size(), 10);
     }
 
+    void widthComesFromTheServices_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::newRow("1") << 1;
+        QTest::newRow("5") << 5;
+    }
+
+    // As many files measured at once as the services say, and as many written.
+    void widthComesFromTheServices()
+    {
+        QFETCH(int, width);
+        ControllerFixture f(width);
+        f.setOutputFolder();
+        f.vm().importPaths(f.numberedFiles(8));
+        QTRY_COMPARE(f.analyzer->gate.running().size(), qsizetype(width));
+        QTest::qWait(30);
+        QCOMPARE(f.analyzer->gate.running().size(), qsizetype(width));
+        for (int i = 1; i <= 8; ++i)
+            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
+                                     ControllerFixture::measured());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+
+        f.vm().process();
+        QTRY_COMPARE(f.processor->gate.running().size(), qsizetype(width));
+        QTest::qWait(30);
+        QCOMPARE(f.processor->gate.running().size(), qsizetype(width));
+        f.vm().cancelProcessing();
+    }
+
     void processedFilesKeepTheirOutcomeWhenMoreArrive()
     {
         ControllerFixture f;

@@ -207,6 +207,14 @@ private Q_SLOTS:
             << "--target";
         QTest::newRow("unknown option")
             << QStringList{QStringLiteral("--frobnicate"), m_tree} << "frobnicate";
+        QTest::newRow("no jobs") << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x"),
+                                                QStringLiteral("--jobs"), QStringLiteral("0"),
+                                                m_tree}
+                                 << "--jobs";
+        QTest::newRow("too many jobs")
+            << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x"), QStringLiteral("--jobs"),
+                           QStringLiteral("65"), m_tree}
+            << "--jobs";
         QTest::newRow("no paths") << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x")}
                                   << "no files";
         QTest::newRow("nothing importable")
@@ -223,6 +231,75 @@ private Q_SLOTS:
         QCOMPARE(result.status, 2);
         QVERIFY2(result.err.contains(named), qPrintable(result.err));
         QVERIFY(!QFileInfo::exists(QStringLiteral("/tmp/x/broken.wav")));
+    }
+
+    // The same command again, told to skip what is there, writes only what the
+    // first run did not finish: an output deleted since, and one cut short
+    // (only its hidden part file is left). A third time it writes nothing.
+    void skipExistingWritesOnlyWhatIsMissing()
+    {
+        const QString out = m_dir.filePath(QStringLiteral("resumed"));
+        const QStringList command{QStringLiteral("--language"), QStringLiteral("en"),
+                                  QStringLiteral("-o"), out, m_tree};
+        const QStringList written{QStringLiteral("Drums/Kicks/Kick 01.wav"),
+                                  QStringLiteral("Drums/Loop.aiff"),
+                                  QStringLiteral("Voice/Line 1.mp3")};
+        QCOMPARE(run(QStringList{QStringLiteral("--jobs"), QStringLiteral("1")} + command).status,
+                 1);
+        QCOMPARE(filesBelow(out), written);
+        const QString kick = out + QStringLiteral("/Drums/Kicks/Kick 01.wav");
+        const QByteArray kickDigest = digest(kick);
+        QVERIFY(QFile::remove(out + QStringLiteral("/Drums/Loop.aiff")));
+        QVERIFY(QFile::rename(out + QStringLiteral("/Voice/Line 1.mp3"),
+                              out + QStringLiteral("/Voice/.tbpart-1-0-0-Line 1.mp3")));
+        const auto outputs = [&out] {
+            QStringList files = filesBelow(out);
+            files.removeIf([](const QString &file) { return file.contains(u"/.tbpart-"); });
+            return files;
+        };
+
+        const Run resumed = run(QStringList{QStringLiteral("--skip-existing")} + command);
+        QCOMPARE(resumed.status, 1); // broken.wav fails again
+        QCOMPARE(outputs(), written);
+        QCOMPARE(digest(kick), kickDigest);
+        const QStringList lines = resumed.out.split(u'\n', Qt::SkipEmptyParts);
+        QVERIFY2(lines.contains(
+                     QStringLiteral("Kick 01.wav \u2014 Skipped \u2014 Already written: ") + kick),
+                 qPrintable(resumed.out));
+        QVERIFY2(lines.contains(QStringLiteral("3 files processed")), qPrintable(resumed.out));
+        QVERIFY2(lines.contains(QStringLiteral("1 file skipped: already written")),
+                 qPrintable(resumed.out));
+
+        const QString report = m_dir.filePath(QStringLiteral("resumed.csv"));
+        const Run again =
+            run(QStringList{QStringLiteral("--skip-existing"), QStringLiteral("--json"),
+                            QStringLiteral("--report"), report} +
+                command);
+        QCOMPARE(again.status, 1);
+        QCOMPARE(outputs(), written);
+        QFile csvFile(report);
+        QVERIFY(csvFile.open(QIODevice::ReadOnly));
+        const QString csv = QString::fromUtf8(csvFile.readAll());
+        QStringList skipped;
+        for (const QString &line : again.out.split(u'\n', Qt::SkipEmptyParts)) {
+            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+            const QString relative = object.value(QStringLiteral("relativePath")).toString();
+            const QJsonObject result = object.value(QStringLiteral("result")).toObject();
+            // The report's row says the same, figures empty as nothing was measured or written.
+            QVERIFY2(
+                csv.contains(QStringLiteral("%1,%2,,,,,%3\r\n")
+                                 .arg(result.value(QStringLiteral("sourceFileName")).toString(),
+                                      result.value(QStringLiteral("outputFileName")).toString(),
+                                      result.value(QStringLiteral("outcome")).toString())),
+                qPrintable(line));
+            if (object.value(QStringLiteral("status")).toString() != u"skipped")
+                continue;
+            skipped.append(relative);
+            QCOMPARE(object.value(QStringLiteral("output")).toString(), out + u'/' + relative);
+            QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("Skipped"));
+        }
+        skipped.sort();
+        QCOMPARE(skipped, written);
     }
 
     void interruptStopsEverythingCleanly()

@@ -151,17 +151,70 @@ private Q_SLOTS:
         QVERIFY(reserved.contains(standardizedPath(destination.path)));
     }
 
+    void neverTheSourceItself_data()
+    {
+        QTest::addColumn<bool>("skipExisting");
+        QTest::newRow("writing all") << false;
+        // The source is not an earlier run's output.
+        QTest::newRow("skipping what is there") << true;
+    }
+
     void neverTheSourceItself()
     {
+        QFETCH(bool, skipExisting);
         // Output folder = the source's folder, same format: the source is taken, so the copy is
         // numbered.
         const QString source = m_dir.filePath(QStringLiteral("here/Take.wav"));
         touch(source);
+        ProcessingSettings settings;
+        settings.skipExisting = skipExisting;
         QSet<QString> reserved;
-        const OutputDestination destination = OutputDestination::forItem(
-            item(source, QStringLiteral("Take.wav")), ProcessingSettings(),
-            m_dir.filePath(QStringLiteral("here")), reserved);
+        const OutputDestination destination =
+            OutputDestination::forItem(item(source, QStringLiteral("Take.wav")), settings,
+                                       m_dir.filePath(QStringLiteral("here")), reserved);
         QCOMPARE(destination.path, m_dir.filePath(QStringLiteral("here/Take 2.wav")));
+        QVERIFY(!destination.existing);
+    }
+
+    // Two items that an empty folder takes as "Take.wav" and "Take 2.wav":
+    // each keeps the file found under its own such name, and only that.
+    void skipExistingKeepsWhatAnEarlierRunWrote_data()
+    {
+        QTest::addColumn<QStringList>("onDisk");
+        QTest::addColumn<QStringList>("kept");
+        QTest::newRow("nothing") << QStringList() << QStringList();
+        QTest::newRow("the first")
+            << QStringList{QStringLiteral("Take.wav")} << QStringList{QStringLiteral("Take.wav")};
+        QTest::newRow("the second") << QStringList{QStringLiteral("Take 2.wav")}
+                                    << QStringList{QStringLiteral("Take 2.wav")};
+        QTest::newRow("a cut-short write")
+            << QStringList{QStringLiteral(".tbpart-1-boot-0-Take.wav")} << QStringList();
+    }
+
+    void skipExistingKeepsWhatAnEarlierRunWrote()
+    {
+        QFETCH(QStringList, onDisk);
+        QFETCH(QStringList, kept);
+        const QString root = out(QStringLiteral("skip-") + QLatin1String(QTest::currentDataTag()));
+        for (const QString &name : onDisk)
+            touch(root + u'/' + name);
+        ProcessingSettings settings;
+        settings.outputFormatMode = OutputFormatMode::Wav;
+        settings.skipExisting = true;
+        QSet<QString> reserved;
+        QStringList names;
+        QStringList existing;
+        for (const AudioFileItem &entry :
+             {item(QStringLiteral("/src/a/Take.wav"), QStringLiteral("Take.wav")),
+              item(QStringLiteral("/src/b/Take.aiff"), QStringLiteral("Take.aiff"))}) {
+            const OutputDestination destination =
+                OutputDestination::forItem(entry, settings, root, reserved);
+            names.append(fileNameOf(destination.path));
+            if (destination.existing)
+                existing.append(names.last());
+        }
+        QCOMPARE(names, (QStringList{QStringLiteral("Take.wav"), QStringLiteral("Take 2.wav")}));
+        QCOMPARE(existing, kept);
     }
 };
 
