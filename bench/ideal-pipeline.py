@@ -12,7 +12,10 @@ as little as a script can.
 Two orders: "chain" measures and writes each file before taking the next;
 "phased" measures every file, then writes every file (Tonbrook's order).
 
-usage: ideal-pipeline.py FFMPEG OUTDIR {chain,phased} [--mp3] FILE...
+With --loudnorm the first pass is loudnorm's own (everything at 192 kHz), the
+pass Tonbrook used before it measured at the source's rate.
+
+usage: ideal-pipeline.py FFMPEG OUTDIR {chain,phased} [--loudnorm] [--mp3] FILE...
 """
 
 import concurrent.futures
@@ -22,10 +25,15 @@ import subprocess
 import sys
 
 
-def measure(ffmpeg, path):
+FIRST_PASS = "ebur128=peak=true:framelog=quiet:print_format=json:target_i=-16.0"
+LOUDNORM_FIRST_PASS = "loudnorm=I=-16.0:TP=-1.0:print_format=json"
+
+
+def measure(ffmpeg, path, loudnorm=False):
     completed = subprocess.run(
-        [ffmpeg, "-hide_banner", "-nostats", "-i", path, "-af", "loudnorm=I=-16.0:TP=-1.0:print_format=json",
-         "-f", "null", "-"], capture_output=True, text=True, check=True)
+        [ffmpeg, "-hide_banner", "-nostats", "-i", path, "-vn", "-af",
+         LOUDNORM_FIRST_PASS if loudnorm else FIRST_PASS, "-f", "null", "-"],
+        capture_output=True, text=True, check=True)
     text = completed.stderr
     return json.loads(text[text.rindex("{"):text.rindex("}") + 1])
 
@@ -52,14 +60,16 @@ def write(ffmpeg, out, path, numbers, mp3=False):
 
 def main():
     ffmpeg, out, order, files = sys.argv[1], sys.argv[2], sys.argv[3], sys.argv[4:]
+    loudnorm = files[:1] == ["--loudnorm"]
+    files = files[1:] if loudnorm else files
     mp3 = files[:1] == ["--mp3"]
     files = files[1:] if mp3 else files
     os.makedirs(out, exist_ok=True)
     with concurrent.futures.ThreadPoolExecutor(max_workers=3) as pool:
         if order == "chain":
-            list(pool.map(lambda path: write(ffmpeg, out, path, measure(ffmpeg, path), mp3), files))
+            list(pool.map(lambda path: write(ffmpeg, out, path, measure(ffmpeg, path, loudnorm), mp3), files))
         else:
-            measured = list(pool.map(lambda path: measure(ffmpeg, path), files))
+            measured = list(pool.map(lambda path: measure(ffmpeg, path, loudnorm), files))
             list(pool.map(lambda job: write(ffmpeg, out, *job, mp3), zip(files, measured)))
 
 

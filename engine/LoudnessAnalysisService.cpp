@@ -9,25 +9,29 @@
 
 #include <utility>
 
-LoudnessAnalysisService::LoudnessAnalysisService(std::shared_ptr<const FFmpegRunning> runner)
+LoudnessAnalysisService::LoudnessAnalysisService(std::shared_ptr<const FFmpegRunning> runner,
+                                                 Meter meter)
     : m_runner(std::move(runner))
+    , m_meter(meter)
 {}
 
 QStringList LoudnessAnalysisService::arguments(const QString &filePath, double targetLUFS,
-                                               double truePeak)
+                                               double truePeak, Meter meter)
 {
-    const QString filter = QStringLiteral("loudnorm=I=") + NumberFormat::fixed(targetLUFS, 1) +
-                           QStringLiteral(":TP=") + NumberFormat::fixed(truePeak, 1) +
-                           QStringLiteral(":print_format=json");
-    return {QStringLiteral("-hide_banner"),
-            QStringLiteral("-nostats"),
-            QStringLiteral("-i"),
+    // The ceiling does not change what is measured; loudnorm just insists on one.
+    const QString filter =
+        meter == Meter::NativeRate
+            ? QString(
+                  QStringLiteral("ebur128=peak=true:framelog=quiet:print_format=json:target_i=") +
+                  NumberFormat::fixed(targetLUFS, 1))
+            : QString(QStringLiteral("loudnorm=I=") + NumberFormat::fixed(targetLUFS, 1) +
+                      QStringLiteral(":TP=") + NumberFormat::fixed(truePeak, 1) +
+                      QStringLiteral(":print_format=json"));
+    return {QStringLiteral("-hide_banner"), QStringLiteral("-nostats"), QStringLiteral("-i"),
             filePath,
-            QStringLiteral("-af"),
-            filter,
-            QStringLiteral("-f"),
-            QStringLiteral("null"),
-            QStringLiteral("-")};
+            // Cover art is not decoded for nothing.
+            QStringLiteral("-vn"), QStringLiteral("-af"), filter, QStringLiteral("-f"),
+            QStringLiteral("null"), QStringLiteral("-")};
 }
 
 LoudnessMeasurement LoudnessAnalysisService::analyze(const QString &filePath, double targetLUFS,
@@ -37,7 +41,7 @@ LoudnessMeasurement LoudnessAnalysisService::analyze(const QString &filePath, do
     if (AudioMetadata::isSomethingOtherThanAFile(filePath))
         throw LoudnessAnalysisError::notARegularFile(filePath);
     const FFmpegResult result =
-        m_runner->run(arguments(filePath, targetLUFS, truePeak), cancellation);
+        m_runner->run(arguments(filePath, targetLUFS, truePeak, m_meter), cancellation);
     // A complete block counts even when ffmpeg then exits non-zero.
     if (const auto measurement = LoudnormReport::parse(result.standardError))
         return *measurement;

@@ -89,11 +89,16 @@ bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
             segment.kind == Segment::Kind::Noise
                 ? bandLimitedNoise(frames, sampleRate, amplitude, random)
                 : std::vector<double>();
+        if (segment.phaseDegrees >= 0)
+            phase = segment.phaseDegrees * std::numbers::pi / 180;
+        const double fadeFrames = segment.fadeSeconds * sampleRate;
         for (qint64 i = 0; i < frames; ++i) {
             double value = 0;
             switch (segment.kind) {
             case Segment::Kind::Sine:
                 value = amplitude * std::sin(phase);
+                if (fadeFrames > 0)
+                    value *= std::min({1.0, i / fadeFrames, (frames - 1 - i) / fadeFrames});
                 phase = std::fmod(phase + step, 2 * std::numbers::pi);
                 break;
             case Segment::Kind::Square:

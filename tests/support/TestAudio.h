@@ -26,10 +26,20 @@ public:
         double levelDBFS = -20;
         double seconds = 1;
         double frequency = 1000;
+        // A sine that starts at this phase (degrees) and fades in and out linearly
+        // over fadeSeconds; a negative phase carries on from the segment before.
+        double phaseDegrees = -1;
+        double fadeSeconds = 0;
 
         static Segment sine(double levelDBFS, double seconds, double frequency = 1000)
         {
             return {Kind::Sine, levelDBFS, seconds, frequency};
+        }
+        // The true-peak test tones: a frequency, a start phase, 10 ms fades.
+        static Segment phasedSine(double levelDBFS, double seconds, double frequency,
+                                  double phaseDegrees)
+        {
+            return {Kind::Sine, levelDBFS, seconds, frequency, phaseDegrees, 0.01};
         }
         static Segment square(double levelDBFS, double seconds, double frequency = 1000)
         {

@@ -49,7 +49,7 @@ configure_flags=(
     --enable-encoder=wrapped_avframe
     --enable-muxer=wav,aiff,mp3,ipod,mp4,caf,null
     --enable-protocol=file,pipe
-    --enable-filter=loudnorm,volume,aresample,aformat,anull
+    --enable-filter=loudnorm,ebur128,volume,aresample,aformat,anull
 )
 
 # Everything that changes the product goes into the key.
