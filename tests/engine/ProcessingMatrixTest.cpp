@@ -15,7 +15,6 @@
 //
 // TONBROOK_MATRIX_SHARD=k/n runs every n-th input from k, so ctest can run
 // the matrix in parallel.
-#include "localization/L.h"
 #include "MediaProbe.h"
 #include "RecordingRunner.h"
 #include "RunChecks.h"
@@ -26,6 +25,7 @@
 #include "engine/LoudnessProcessingService.h"
 #include "engine/OutputEncoding.h"
 #include "engine/ProcessingError.h"
+#include "localization/L.h"
 
 #include <QDir>
 #include <QDirIterator>
