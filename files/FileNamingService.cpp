@@ -17,26 +17,32 @@ bool isTaken(const QString &path, const QSet<QString> &reserved)
     return ::lstat(encodedPath(path).constData(), &info) == 0;
 }
 
-QString uniquePath(const QString &wanted, const QSet<QString> &reserved)
+namespace {
+
+// The wanted name, else the first of "name 2", "name 3", … that is free.
+template<typename Taken>
+QString firstFree(const QString &wanted, Taken taken)
 {
-    if (!isTaken(wanted, reserved))
+    if (!taken(wanted))
         return wanted;
     for (qint64 n = 2;; ++n) {
         const QString candidate = numberedPath(wanted, n);
-        if (!isTaken(candidate, reserved))
+        if (!taken(candidate))
             return candidate;
     }
 }
 
+} // namespace
+
+QString uniquePath(const QString &wanted, const QSet<QString> &reserved)
+{
+    return firstFree(wanted, [&](const QString &path) { return isTaken(path, reserved); });
+}
+
 QString unreservedPath(const QString &wanted, const QSet<QString> &reserved)
 {
-    if (!reserved.contains(standardizedPath(wanted)))
-        return wanted;
-    for (qint64 n = 2;; ++n) {
-        const QString candidate = numberedPath(wanted, n);
-        if (!reserved.contains(standardizedPath(candidate)))
-            return candidate;
-    }
+    return firstFree(
+        wanted, [&](const QString &path) { return reserved.contains(standardizedPath(path)); });
 }
 
 } // namespace FileNamingService
