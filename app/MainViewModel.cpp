@@ -548,6 +548,11 @@ void MainViewModel::applyJobOutput(const ProcessingRun::Job &job, const JobOutpu
     m_queue.setProgress(job.item.id, std::nullopt);
     if (m_writing.removeOne(job.item.id))
         Q_EMIT runningFilesChanged();
+    // A stopped job that answers after a later import queued its file for
+    // measuring must not mark that file cancelled again.
+    if (const AudioFileItem *item = m_queue.find(job.item.id);
+        cancelled && item && item->status.kind() != ProcessingStatus::Kind::Processing)
+        return;
     const ItemChange change = JobOutcome::itemChange(
         output, cancelled, displayedPath(fileNameOf(job.item.sourcePath)), job.destination);
     if (change.installationFault) {

@@ -408,11 +408,11 @@ private Q_SLOTS:
         // Never started, and no longer shown as measuring.
         QCOMPARE(f.statusOf(QStringLiteral("Take 6.wav")) == ProcessingStatus::Kind::Analyzing,
                  false);
+        QTRY_COMPARE(f.processor->gate.running().size(), 3);
         f.vm().cancelProcessing();
-        QTRY_VERIFY(f.processor->gate.running().isEmpty());
 
-        // A later import measures again: the new file and those the cancelled
-        // run left unmeasured, none of them stopped before it answers.
+        // A later import, before the stopped jobs have answered, measures
+        // again: the new file and those the cancelled run left unmeasured.
         f.vm().importPaths(f.files({QStringLiteral("Late.wav")}));
         QVERIFY(f.vm().isAnalyzing());
         QCOMPARE(f.vm().analysisTotal(), 7);
@@ -421,6 +421,7 @@ private Q_SLOTS:
                                      ControllerFixture::measured());
         f.analyzer->gate.release(QStringLiteral("Late.wav"), ControllerFixture::measured());
         QTRY_VERIFY(!f.vm().isAnalyzing());
+        QTRY_VERIFY(f.vm().runningFiles().isEmpty()); // every stopped job has answered
         QVERIFY(f.item(QStringLiteral("Late.wav")).measurement);
         QCOMPARE(f.analyzer->gate.cancelled().size(), 3);
         for (const AudioFileItem &item : f.vm().queue())
