@@ -45,8 +45,9 @@ def write(ffmpeg, out, path, numbers, mp3=False):
     # Tonbrook does, or loudnorm would leave linear mode for dynamic.
     target = min(-16.0, -1.0 - float(numbers["input_tp"]) + float(numbers["input_i"]))
     # Written with two decimals, a peak put exactly on the ceiling lands a hair
-    # above it about half the time, and loudnorm would leave linear mode.
-    if float(numbers["input_tp"]) + round(target, 2) - float(numbers["input_i"]) > -1.0:
+    # above it about half the time, and loudnorm would leave linear mode. The
+    # sum is loudnorm's own, in its order: the gain first, then the peak.
+    if float(numbers["input_tp"]) + (round(target, 2) - float(numbers["input_i"])) > -1.0:
         target -= 0.01
     gain = (f"loudnorm=I={target:.2f}:TP=-1.00:LRA={target_range:.2f}:measured_I={numbers['input_i']}"
             f":measured_LRA={measured_range:.2f}:measured_TP={numbers['input_tp']}"
