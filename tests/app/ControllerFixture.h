@@ -2,24 +2,18 @@
 #pragma once
 
 // A controller on stand-in services whose jobs wait until the test releases
-// them, so that what runs when can be asserted without sleeping.
+// them, so that what runs when can be asserted without sleeping. The window
+// tests put the window's own controller on the same stand-ins.
 
-#include "GatedAnalyzer.h"
-#include "GatedProcessor.h"
-#include "RecordingNotifier.h"
-#include "RecordingRevealer.h"
-#include "ScriptedPanels.h"
+#include "DesktopStandIns.h"
+#include "GatedServices.h"
 #include "app/MainViewModel.h"
-#include "engine/ProcessingError.h"
-#include "model/StandardPath.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <functional>
 
 class ControllerFixture
 {
@@ -29,42 +23,58 @@ public:
     std::shared_ptr<ScriptedPanels> panels = std::make_shared<ScriptedPanels>();
     std::shared_ptr<RecordingRevealer> revealer = std::make_shared<RecordingRevealer>();
     std::shared_ptr<RecordingNotifier> notifier = std::make_shared<RecordingNotifier>();
-    std::shared_ptr<QSettings> preferences;
     QTemporaryDir dir;
+    std::shared_ptr<QSettings> preferences = std::make_shared<QSettings>(
+        dir.filePath(QStringLiteral("preferences.ini")), QSettings::IniFormat);
     std::unique_ptr<MainViewModel> controller;
+    // The controller under test: this fixture's own, or a window's.
+    MainViewModel *model = nullptr;
 
-    // Three jobs at a time unless told otherwise, whatever the machine.
+    // Three jobs at a time unless told otherwise, whatever the machine; 0: no controller.
     explicit ControllerFixture(int parallelJobs = 3)
     {
-        preferences = std::make_shared<QSettings>(dir.filePath(QStringLiteral("preferences.ini")),
-                                                  QSettings::IniFormat);
-        controller = std::make_unique<MainViewModel>(
-            AppServices{.panelPresenter = panels,
-                        .bookmarkStore = OutputFolderBookmarkStore(preferences),
-                        .analysisService = analyzer,
-                        .processingService = processor,
-                        .revealer = revealer,
-                        .notifier = notifier,
-                        .parallelJobs = parallelJobs});
+        if (parallelJobs > 0) {
+            controller = std::make_unique<MainViewModel>(services(parallelJobs));
+            model = controller.get();
+        }
     }
 
-    MainViewModel &vm() { return *controller; }
+    AppServices services(int parallelJobs = 3) const
+    {
+        return {.panelPresenter = panels,
+                .bookmarkStore = OutputFolderBookmarkStore(preferences),
+                .settingsStore = SettingsStore(preferences),
+                .analysisService = analyzer,
+                .processingService = processor,
+                .revealer = revealer,
+                .notifier = notifier,
+                .parallelJobs = parallelJobs};
+    }
 
-    // Empty files are enough: the stand-ins never read them.
-    QStringList files(const QStringList &relativePaths)
+    MainViewModel &vm() { return *model; }
+
+    static QString take(int number) { return QStringLiteral("Take %1.wav").arg(number); }
+    static QStringList takes(int first, int last)
+    {
+        QStringList names;
+        for (int number = first; number <= last; ++number)
+            names.append(take(number));
+        return names;
+    }
+
+    // Empty files under in/ (the stand-ins never read them); their paths.
+    QStringList files(const QStringList &relativePaths) const
     {
         QStringList paths;
         for (const QString &relative : relativePaths) {
-            const QString path = dir.filePath(QStringLiteral("in/") + relative);
-            QDir().mkpath(QFileInfo(path).path());
-            QFile file(path);
-            file.open(QIODevice::WriteOnly);
-            paths.append(path);
+            paths.append(dir.filePath(QStringLiteral("in/") + relative));
+            QDir().mkpath(QFileInfo(paths.last()).path());
+            QFile(paths.last()).open(QIODevice::WriteOnly);
         }
         return paths;
     }
 
-    QStringList numberedFiles(int count, const QString &stem = QStringLiteral("Take"))
+    QStringList numberedFiles(int count, const QString &stem = QStringLiteral("Take")) const
     {
         QStringList names;
         for (int i = 1; i <= count; ++i)
@@ -72,53 +82,53 @@ public:
         return files(names);
     }
 
-    // Queues "Take 1.wav"… and measures each; true once the measuring is over.
+    // Every file still to be measured at -20 LUFS; true once measuring is over.
+    bool measureAll()
+    {
+        for (const AudioFileItem &entry : vm().queue())
+            if (entry.needsMeasuring())
+                analyzer->release({fileNameOf(entry.sourcePath)}, GatedAnalyzer::measures());
+        return QTest::qWaitFor([this] { return !vm().isAnalyzing(); });
+    }
+
+    // Queues and measures "Take 1.wav"… .
     bool importMeasured(int count)
     {
-        controller->importPaths(numberedFiles(count));
-        for (int i = 1; i <= count; ++i)
-            analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i), measured());
-        return QTest::qWaitFor([this] { return !controller->isAnalyzing(); });
+        vm().importPaths(numberedFiles(count));
+        return measureAll();
+    }
+
+    void setOutputFolder()
+    {
+        ProcessingSettings settings = vm().settings();
+        settings.outputFolder = dir.filePath(QStringLiteral("out"));
+        vm().setSettings(settings);
+    }
+
+    // One letter per queued file, in queue order: r(eady), q(ueued), a(nalyzing),
+    // p(rocessing), d(one), w(arning), f(ailed), c(ancelled), s(kipped).
+    QString statuses() const
+    {
+        QString letters;
+        for (const AudioFileItem &entry : model->queue())
+            letters += ProcessingStatus::rawValue(entry.status.kind()).at(0);
+        return letters;
     }
 
     // The queued item with this file name; an empty one (null id) when there is none.
     AudioFileItem item(const QString &fileName) const
     {
-        for (const AudioFileItem &entry : controller->queue())
+        for (const AudioFileItem &entry : model->queue())
             if (fileNameOf(entry.sourcePath) == fileName)
                 return entry;
         return {};
     }
 
-    QUuid idOf(const QString &fileName) const { return item(fileName).id; }
-    ProcessingStatus::Kind statusOf(const QString &fileName) const
-    {
-        return item(fileName).status.kind();
-    }
-
     // What a queue cell says of a file.
-    QString cellOf(const QString &fileName, QueueModel::Role role) const
+    QString cell(const QString &fileName, QueueModel::Role role) const
     {
-        const auto row = controller->queueModel()->rowOf(idOf(fileName));
-        return row ? controller->queueModel()
-                         ->data(controller->queueModel()->index(*row), role)
-                         .toString()
-                   : QString();
-    }
-    QString loudnessTextOf(const QString &fileName) const
-    {
-        return cellOf(fileName, QueueModel::LoudnessTextRole);
-    }
-
-    void setOutputFolder()
-    {
-        ProcessingSettings settings = controller->settings();
-        settings.outputFolder = dir.filePath(QStringLiteral("out"));
-        controller->setSettings(settings);
-    }
-
-    static LoudnessMeasurement measured(double loudness = -20.0)
-    {
-        return {loudness, -6.0, 5.0, -30.0, 0.0};
+        QueueModel &queue = *model->queueModel();
+        const auto row = queue.rowOf(item(fileName).id);
+        return row ? queue.data(queue.index(*row), role).toString() : QString();
     }
 };

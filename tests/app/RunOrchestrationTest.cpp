@@ -1,17 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Measuring and processing runs: three at a time, results by id, progress,
-// cancellation, and what a run leaves behind.
+// Measuring and processing runs: as many at a time as the services say, results
+// by id, progress, cancellation, and what a run leaves behind.
 #include "../localization/LanguageFixture.h"
 #include "ControllerFixture.h"
 #include "localization/L.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include <limits>
 
-using Analysis = GatedAnalyzer::Answer;
+namespace {
+
+using F = ControllerFixture;
+GatedAnalyzer::Answer measures(double loudness = -20.0)
+{
+    return GatedAnalyzer::measures(loudness);
+}
+
+GatedProcessor::Answer writes(ProcessingOutcome outcome = ProcessingOutcome::Success)
+{
+    return GatedProcessor::writes(outcome);
+}
+
+GatedProcessor::Answer failsWith(const QString &standardError)
+{
+    return GatedProcessor::fails(ProcessingError::ffmpegFailed(1, standardError));
+}
+
+} // namespace
 
 class RunOrchestrationTest : public QObject
 {
@@ -21,56 +38,6 @@ class RunOrchestrationTest : public QObject
 
 private Q_SLOTS:
     void init() { m_language.manager().setSelection(AppLanguage::En); }
-
-    void threeMeasuredAtOnceTheFourthWhenOneFinishes()
-    {
-        ControllerFixture f;
-        f.vm().importPaths(f.numberedFiles(10));
-        QTRY_COMPARE(f.analyzer->gate.running(),
-                     (QStringList{QStringLiteral("Take 1.wav"), QStringLiteral("Take 2.wav"),
-                                  QStringLiteral("Take 3.wav")}));
-        QVERIFY(f.vm().isAnalyzing());
-        QCOMPARE(f.vm().analysisDone(), 0);
-        QCOMPARE(f.vm().analysisTotal(), 10);
-        // Only what is being measured says so; the rest waits its turn.
-        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Analyzing);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 10.wav")), ProcessingStatus::Kind::Queued);
-        QCOMPARE(f.vm().statusText(), QStringLiteral("Analyzing loudness\u2026 0/10"));
-
-        f.analyzer->gate.release(QStringLiteral("Take 2.wav"), ControllerFixture::measured(-18.25));
-        QTRY_COMPARE(f.vm().analysisDone(), 1);
-        QTRY_COMPARE(f.analyzer->gate.started().size(), 4);
-        QCOMPARE(f.analyzer->gate.started().last(), QStringLiteral("Take 4.wav"));
-        QCOMPARE(f.item(QStringLiteral("Take 2.wav")).measuredLUFS, std::optional(-18.25));
-        QCOMPARE(f.statusOf(QStringLiteral("Take 2.wav")), ProcessingStatus::Kind::Ready);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 4.wav")), ProcessingStatus::Kind::Analyzing);
-
-        // Silence measures, but has no loudness to show; a failure leaves no measurement.
-        f.analyzer->gate.release(
-            QStringLiteral("Take 1.wav"),
-            ControllerFixture::measured(-std::numeric_limits<double>::infinity()));
-        f.analyzer->gate.release(QStringLiteral("Take 3.wav"), Analysis());
-        for (int i = 4; i <= 10; ++i)
-            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
-        QCOMPARE(f.vm().analysisDone(), 0);
-        QCOMPARE(f.vm().analysisTotal(), 0);
-        QVERIFY(f.item(QStringLiteral("Take 1.wav")).measurement);
-        QVERIFY(!f.item(QStringLiteral("Take 1.wav")).measuredLUFS);
-        QVERIFY(!f.item(QStringLiteral("Take 3.wav")).measurement);
-        QVERIFY(f.item(QStringLiteral("Take 3.wav")).unreadable);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 3.wav")), ProcessingStatus::Kind::Ready);
-        // Measured, silent, unreadable: three different cells.
-        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 4.wav")), QStringLiteral("-20.0 LUFS"));
-        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 1.wav")), QStringLiteral("Silent"));
-        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 3.wav")), QStringLiteral("Unreadable"));
-        // A file that could not be read is not measured again by itself.
-        QVERIFY(!f.vm().hasUnanalyzedFiles());
-        f.vm().analyzeQueue();
-        QVERIFY(!f.vm().isAnalyzing());
-        QCOMPARE(f.analyzer->gate.started().size(), 10);
-    }
 
     void widthComesFromTheServices_data()
     {
@@ -86,139 +53,169 @@ private Q_SLOTS:
         ControllerFixture f(width);
         f.setOutputFolder();
         f.vm().importPaths(f.numberedFiles(8));
-        QTRY_COMPARE(f.analyzer->gate.running().size(), qsizetype(width));
+        QTRY_COMPARE(f.analyzer->running().size(), qsizetype(width));
         QTest::qWait(30);
-        QCOMPARE(f.analyzer->gate.running().size(), qsizetype(width));
-        for (int i = 1; i <= 8; ++i)
-            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
-
+        QCOMPARE(f.analyzer->running().size(), qsizetype(width));
+        QVERIFY(f.measureAll());
         f.vm().process();
-        QTRY_COMPARE(f.processor->gate.running().size(), qsizetype(width));
+        QTRY_COMPARE(f.processor->running().size(), qsizetype(width));
         QTest::qWait(30);
-        QCOMPARE(f.processor->gate.running().size(), qsizetype(width));
+        QCOMPARE(f.processor->running().size(), qsizetype(width));
         f.vm().cancelProcessing();
     }
 
-    void processedFilesKeepTheirOutcomeWhenMoreArrive()
+    void measuringShowsWhatRunsAndWhatItFound()
     {
         ControllerFixture f;
-        f.setOutputFolder();
-        f.vm().importPaths(f.files({QStringLiteral("Kick.wav"), QStringLiteral("Snare.wav")}));
-        f.vm().process();
-        f.processor->gate.release(QStringLiteral("Kick.wav"), GatedProcessor::writes());
-        f.processor->gate.release(
-            QStringLiteral("Snare.wav"),
-            GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
-        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
+        f.vm().importPaths(f.numberedFiles(10));
+        QTRY_COMPARE(f.analyzer->running(), F::takes(1, 3));
+        // Only what is being measured says so; the rest waits its turn.
+        QCOMPARE(f.statuses(), u"aaaqqqqqqq"_qs);
+        QCOMPARE(f.vm().statusText(), u"Analyzing loudness\u2026 0/10"_qs);
+        QCOMPARE(f.vm().windowTitle(), u"Analyzing loudness\u2026 0/10 \u2014 Tonbrook"_qs);
 
-        f.vm().importPaths(f.files({QStringLiteral("Late.wav")}));
-        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("Late.wav")});
-        QCOMPARE(f.statusOf(QStringLiteral("Kick.wav")), ProcessingStatus::Kind::Done);
-        QCOMPARE(f.statusOf(QStringLiteral("Snare.wav")), ProcessingStatus::Kind::Failed);
-        f.analyzer->gate.release(QStringLiteral("Late.wav"), ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
-        QCOMPARE(f.statusOf(QStringLiteral("Snare.wav")), ProcessingStatus::Kind::Failed);
-    }
-
-    void aSecondImportRunsBesideTheFirst()
-    {
-        ControllerFixture f;
-        f.vm().importPaths(f.numberedFiles(10, QStringLiteral("A")));
-        for (int i = 1; i <= 5; ++i)
-            f.analyzer->gate.release(QStringLiteral("A %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        QTRY_COMPARE(f.vm().analysisDone(), 5);
-        f.vm().importPaths(f.numberedFiles(4, QStringLiteral("B")));
-        QCOMPARE(f.vm().analysisTotal(), 14);
-        QTRY_COMPARE(f.analyzer->gate.running().size(), 6);
-        for (const QString &name : f.analyzer->gate.running())
-            f.analyzer->gate.release(name, ControllerFixture::measured());
-        for (int i = 6; i <= 10; ++i)
-            f.analyzer->gate.release(QStringLiteral("A %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        for (int i = 1; i <= 4; ++i)
-            f.analyzer->gate.release(QStringLiteral("B %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
-    }
-
-    void removedWhileMeasuredIsDroppedButCounted()
-    {
-        ControllerFixture f;
-        f.vm().importPaths(f.numberedFiles(2));
-        QTRY_COMPARE(f.analyzer->gate.running().size(), 2);
-        QSignalSpy rows(f.vm().queueModel(), &QAbstractItemModel::dataChanged);
-        f.vm().removeItem(f.idOf(QStringLiteral("Take 1.wav")));
-        f.analyzer->gate.release(QStringLiteral("Take 1.wav"), ControllerFixture::measured());
+        f.analyzer->release({F::take(2)}, measures(-18.25));
         QTRY_COMPARE(f.vm().analysisDone(), 1);
-        QCOMPARE(f.vm().queue().size(), 1);
-        QVERIFY(rows.isEmpty()); // nothing written for the removed item
-        f.analyzer->gate.release(QStringLiteral("Take 2.wav"), ControllerFixture::measured());
+        QTRY_COMPARE(f.analyzer->started().size(), 4);
+        QCOMPARE(f.analyzer->started().last(), F::take(4));
+        QCOMPARE(f.item(F::take(2)).measuredLUFS, std::optional(-18.25));
+        QCOMPARE(f.statuses(), u"araaqqqqqq"_qs);
+        QCOMPARE(f.vm().statusText(), u"Analyzing loudness\u2026 1/10"_qs);
+
+        // Measured, silent (no loudness to show), unreadable: three different cells.
+        f.analyzer->release({F::take(1)}, measures(-std::numeric_limits<double>::infinity()));
+        f.analyzer->release({F::take(3)}, std::nullopt);
+        f.analyzer->release(F::takes(4, 10), measures());
         QTRY_VERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.vm().analysisDone(), 0);
+        QCOMPARE(f.vm().analysisTotal(), 0);
+        QCOMPARE(f.statuses(), u"rrrrrrrrrr"_qs);
+        QCOMPARE(f.vm().windowTitle(), u"Tonbrook"_qs);
+        QCOMPARE(f.cell(F::take(4), QueueModel::LoudnessTextRole), u"-20.0 LUFS"_qs);
+        QCOMPARE(f.cell(F::take(1), QueueModel::LoudnessTextRole), u"Silent"_qs);
+        QCOMPARE(f.cell(F::take(3), QueueModel::LoudnessTextRole), u"Unreadable"_qs);
+        // A file that could not be read is not measured again by itself.
+        QVERIFY(!f.vm().hasUnanalyzedFiles());
+        f.vm().analyzeQueue();
+        QVERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.analyzer->started().size(), 10);
     }
 
-    void clearingStopsMeasuringAndTheNextImportStartsAfresh()
+    void batchesOfMeasuringShareOneCount()
     {
         ControllerFixture f;
-        f.vm().importPaths(f.numberedFiles(5));
-        QTRY_COMPARE(f.analyzer->gate.running().size(), 3);
+        f.vm().importPaths(f.numberedFiles(10, u"A"_qs));
+        f.analyzer->release({u"A 1.wav"_qs, u"A 2.wav"_qs}, measures());
+        QTRY_COMPARE(f.vm().analysisDone(), 2);
+        // A second import runs beside the first.
+        f.vm().importPaths(f.numberedFiles(2, u"B"_qs));
+        QCOMPARE(f.vm().analysisTotal(), 12);
+        QTRY_COMPARE(f.analyzer->running(),
+                     (QStringList{u"A 3.wav"_qs, u"A 4.wav"_qs, u"A 5.wav"_qs, u"B 1.wav"_qs,
+                                  u"B 2.wav"_qs}));
+
+        // A file removed while measured: its answer is dropped, but counted.
+        f.vm().removeItem(f.item(u"A 3.wav"_qs).id);
+        f.analyzer->release({u"A 3.wav"_qs}, measures(-30.0));
+        QTRY_COMPARE(f.vm().analysisDone(), 3);
+        QCOMPARE(f.vm().queue().size(), 11);
+        for (const AudioFileItem &entry : f.vm().queue())
+            QVERIFY(entry.measuredLUFS != -30.0);
+
+        // Clearing stops measuring; the next import starts afresh.
         f.vm().clearQueue();
         QVERIFY(!f.vm().isAnalyzing());
         QCOMPARE(f.vm().analysisTotal(), 0);
-        QTRY_COMPARE(f.analyzer->gate.cancelled().size(), 3);
-        QTRY_VERIFY(f.analyzer->gate.running().isEmpty());
+        QTRY_COMPARE(f.analyzer->cancelled().size(), 5);
+        QVERIFY(f.analyzer->running().isEmpty());
+        f.vm().importPaths(f.files({u"New.wav"_qs, u"Next.wav"_qs}));
+        QCOMPARE(f.vm().analysisTotal(), 2);
+        f.analyzer->release({u"New.wav"_qs}, measures());
+        QTRY_VERIFY(f.item(u"New.wav"_qs).measurement);
+        QCOMPARE(f.analyzer->cancelled().size(), 5);
 
-        f.vm().importPaths(f.files({QStringLiteral("New.wav")}));
-        QTRY_COMPARE(f.analyzer->gate.running(), QStringList{QStringLiteral("New.wav")});
-        f.analyzer->gate.release(QStringLiteral("New.wav"), ControllerFixture::measured());
-        QTRY_VERIFY(f.item(QStringLiteral("New.wav")).measurement);
-        QCOMPARE(f.analyzer->gate.cancelled().size(), 3);
+        // A controller that goes away takes its jobs with it, and waits for no answer.
+        f.controller.reset();
+        QCOMPARE(f.analyzer->cancelled().size(), 6);
+        QCoreApplication::processEvents();
     }
 
-    void processingRunsThreeAtATimeAndSumsUp()
+    void aRunWritesThreeAtATimeAndSaysHowItGoes()
     {
         ControllerFixture f;
+        const auto writing = [&f] {
+            QStringList names;
+            for (const QVariant &file : f.vm().runningFiles())
+                names.append(file.toMap().value(u"fileName"_qs).toString());
+            return names;
+        };
         f.setOutputFolder();
         QVERIFY(f.importMeasured(5));
+        QCOMPARE(f.cell(F::take(1), QueueModel::GainTextRole), QString());
+        QCOMPARE(f.vm().runTimeText(), QString());
 
         f.vm().process();
         QCOMPARE(f.vm().screenState(), AppScreenState::Processing);
-        QTRY_COMPARE(f.processor->gate.running(),
-                     (QStringList{QStringLiteral("Take 1.wav"), QStringLiteral("Take 2.wav"),
-                                  QStringLiteral("Take 3.wav")}));
-        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Processing);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 4.wav")), ProcessingStatus::Kind::Ready);
+        QCOMPARE(f.vm().windowTitle(), u"Processing 0 of 5 \u2014 Tonbrook"_qs);
+        QCOMPARE(f.vm().runTimeText(), u"Elapsed 0:00"_qs);
+        QVERIFY(!f.vm().stoppingNeedsConfirmation()); // just started
+        QTRY_COMPARE(f.processor->running(), F::takes(1, 3));
+        QCOMPARE(f.statuses(), u"ppprr"_qs);
         QVERIFY(!f.vm().currentFileName());
         f.vm().process(); // ignored while a run is on screen
+        // Each running file says how far it has come (the stand-in: half-way).
+        QTRY_COMPARE(f.cell(F::take(1), QueueModel::ProgressRole), u"0.5"_qs);
+        QTRY_COMPARE(writing(), F::takes(1, 3));
 
-        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
+        f.processor->release({F::take(2)}, writes());
         QTRY_COMPARE(f.vm().processedCount(), 1);
-        QCOMPARE(f.vm().currentFileName(), std::optional(QStringLiteral("Take 1.wav")));
-        QTRY_COMPARE(f.processor->gate.started().last(), QStringLiteral("Take 4.wav"));
-        QCOMPARE(f.vm().statusText(), QStringLiteral("Processing 1 of 5"));
+        QCOMPARE(f.vm().currentFileName(), std::optional(F::take(1)));
+        QTRY_COMPARE(f.processor->started().last(), F::take(4));
+        QCOMPARE(f.cell(F::take(2), QueueModel::ProgressRole), u"-1"_qs);
+        QTRY_COMPARE(writing(), (QStringList{F::take(1), F::take(3), F::take(4)}));
+        QCOMPARE(f.vm().statusText(), u"Processing 1 of 5"_qs);
+        QCOMPARE(f.vm().windowTitle(), u"Processing 1 of 5 \u2014 Tonbrook"_qs);
+        // Once a file is done, the rest is estimated from it.
+        QVERIFY2(f.vm().runTimeText().startsWith(u"Elapsed 0:00 \u00b7 about 0:0"),
+                 qPrintable(f.vm().runTimeText()));
 
-        f.processor->gate.release(QStringLiteral("Take 1.wav"),
-                                  GatedProcessor::writes(ProcessingOutcome::PeakLimited));
-        f.processor->gate.release(QStringLiteral("Take 3.wav"),
-                                  GatedProcessor::fails(ProcessingError::ffmpegFailed(
-                                      1, QStringLiteral("No space left on device"))));
-        f.processor->gate.release(QStringLiteral("Take 4.wav"), GatedProcessor::writes());
-        f.processor->gate.release(QStringLiteral("Take 5.wav"), GatedProcessor::writes());
+        f.processor->release({F::take(3)}, failsWith(u"No space left on device"_qs));
+        QTRY_COMPARE(f.vm().failedSoFar(), 1);
+        QTRY_COMPARE(writing(), (QStringList{F::take(1), F::take(4), F::take(5)}));
+        QVERIFY(f.notifier->notified.isEmpty());
+        f.processor->release({F::take(1)}, writes(ProcessingOutcome::PeakLimited));
+        f.processor->release(F::takes(4, 5), writes());
         QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
 
         QCOMPARE(f.vm().completionSummary(), std::optional(CompletionSummary{5, 3, 1, 1, true}));
-        QCOMPARE(f.item(QStringLiteral("Take 1.wav")).status,
-                 ProcessingStatus::warning(QStringLiteral("Target -20.00 \u2192 held back")));
-        const AudioFileItem failed = f.item(QStringLiteral("Take 3.wav"));
-        QCOMPARE(failed.status, ProcessingStatus::failed(
-                                    L::text(L::DiskFullMessage, QStringLiteral("Take 3.wav"))));
+        QCOMPARE(f.statuses(), u"wdfdd"_qs);
+        QCOMPARE(f.item(F::take(1)).status,
+                 ProcessingStatus::warning(u"Target -20.00 \u2192 held back"_qs));
+        const AudioFileItem failed = f.item(F::take(3));
+        QCOMPARE(failed.status.message(), L::text(L::DiskFullMessage, F::take(3)));
         QCOMPARE(failed.errorDetails,
-                 std::optional(QStringLiteral("ffmpeg exit code 1\n\nNo space left on device")));
+                 std::optional(u"ffmpeg exit code 1\n\nNo space left on device"_qs));
         QCOMPARE(failed.result->outcome, ProcessingOutcome::Failed);
         QCOMPARE(f.revealer->revealed, QStringList{*f.vm().settings().outputFolder});
-        QCOMPARE(f.vm().statusText(), QStringLiteral("Complete"));
+        QCOMPARE(f.notifier->notified,
+                 QStringList{u"Processing Complete: 5 files processed \u00b7 1 failed"_qs});
+        QCOMPARE(f.vm().statusText(), u"Complete"_qs);
+        QCOMPARE(f.vm().windowTitle(), u"Tonbrook"_qs);
+
+        // A written file's row and details: -20.0 -> -14.0 LUFS with +6.0 dB, peak -1.0 dBTP.
+        QCOMPARE(f.cell(F::take(2), QueueModel::LoudnessTextRole), u"-20.0 \u2192 -14.0 LUFS"_qs);
+        QCOMPARE(f.cell(F::take(2), QueueModel::GainTextRole), u"+6.0 dB"_qs);
+        const ItemDetails written = f.vm().itemData(f.item(F::take(2)).id.toString());
+        QCOMPARE(written.input, u"-20.0 LUFS \u00b7 -6.0 dBTP \u00b7 range 5.0 LU"_qs);
+        QCOMPARE(written.gain, u"+6.0 dB"_qs);
+        QCOMPARE(written.output, u"-14.0 LUFS \u00b7 -1.0 dBTP"_qs);
+        QCOMPARE(written.outputPath, f.dir.filePath(u"out/x.wav"_qs));
+        // A failed file keeps its measurement, and has nothing written.
+        QCOMPARE(f.cell(F::take(3), QueueModel::LoudnessTextRole), u"-20.0 LUFS"_qs);
+        const ItemDetails notWritten = f.vm().itemData(failed.id.toString());
+        QCOMPARE(notWritten.input, written.input);
+        QVERIFY(notWritten.gain.isEmpty() && notWritten.output.isEmpty());
+        QVERIFY(notWritten.outputPath.isEmpty());
     }
 
     void aSelectionRunsAloneAndProgressCountsTheWholeQueue()
@@ -226,19 +223,18 @@ private Q_SLOTS:
         ControllerFixture f;
         f.setOutputFolder();
         QVERIFY(f.importMeasured(5));
-        f.vm().toggleSelection(f.idOf(QStringLiteral("Take 4.wav")));
-        f.vm().toggleSelection(f.idOf(QStringLiteral("Take 2.wav")));
-        QCOMPARE(f.vm().processButtonTitle(), QStringLiteral("Process Selected (2)"));
+        f.vm().toggleSelection(f.item(F::take(4)).id);
+        f.vm().toggleSelection(f.item(F::take(2)).id);
+        QCOMPARE(f.vm().processButtonTitle(), u"Process Selected (2)"_qs);
         f.vm().process();
-        QTRY_COMPARE(f.processor->gate.running(),
-                     (QStringList{QStringLiteral("Take 2.wav"), QStringLiteral("Take 4.wav")}));
-        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
-        QTRY_COMPARE(f.vm().statusText(), QStringLiteral("Processing 1 of 5"));
-        f.processor->gate.release(QStringLiteral("Take 4.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.processor->running(), (QStringList{F::take(2), F::take(4)}));
+        f.processor->release({F::take(2)}, writes());
+        QTRY_COMPARE(f.vm().statusText(), u"Processing 1 of 5"_qs);
+        f.processor->release({F::take(4)}, writes());
         QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
         QCOMPARE(f.vm().completionSummary()->totalProcessed, 2);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Ready);
-        QVERIFY(!f.item(QStringLiteral("Take 1.wav")).result);
+        QCOMPARE(f.statuses(), u"rdrdr"_qs);
+        QVERIFY(!f.item(F::take(1)).result);
     }
 
     void cancellingNeverReadsAsFailure()
@@ -247,152 +243,100 @@ private Q_SLOTS:
         f.setOutputFolder();
         QVERIFY(f.importMeasured(5));
         f.vm().process();
-        QTRY_COMPARE(f.processor->gate.running().size(), 3);
-        // One of the three fails because it was stopped: still a cancellation.
+        QTRY_COMPARE(f.processor->running().size(), 3);
         f.vm().cancelProcessing();
         QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
-        QTRY_VERIFY(f.processor->gate.running().isEmpty());
-        QTRY_COMPARE(f.statusOf(QStringLiteral("Take 3.wav")), ProcessingStatus::Kind::Cancelled);
-        for (const QString &name : {QStringLiteral("Take 1.wav"), QStringLiteral("Take 2.wav"),
-                                    QStringLiteral("Take 3.wav")})
-            QCOMPARE(f.statusOf(name), ProcessingStatus::Kind::Cancelled);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 4.wav")), ProcessingStatus::Kind::Ready);
-        QCOMPARE(f.processor->gate.started().size(), 3);
+        QTRY_COMPARE(f.statuses(), u"cccrr"_qs);
+        QVERIFY(f.processor->running().isEmpty());
+        QCOMPARE(f.processor->started().size(), 3);
         QVERIFY(!f.vm().completionSummary());
         QVERIFY(f.revealer->revealed.isEmpty());
+        QVERIFY(f.notifier->notified.isEmpty());
 
         // The next run has a token of its own.
         f.vm().process();
-        QTRY_COMPARE(f.processor->gate.running().size(), 3);
+        QTRY_COMPARE(f.processor->running().size(), 3);
         QCOMPARE(f.vm().screenState(), AppScreenState::Processing);
         f.vm().cancelProcessing();
     }
 
-    void afterARunBackRetryAndNoStaleReportError()
+    void afterARunBackRetryReportAndMore()
     {
         ControllerFixture f;
+        const auto failedNames = [&f] {
+            QStringList names;
+            for (const QVariant &failure : f.vm().failures())
+                names.append(failure.toMap().value(u"fileName"_qs).toString());
+            return names;
+        };
         f.setOutputFolder();
         QVERIFY(f.importMeasured(3));
+        f.vm().exportReport(); // no results yet: nothing is asked
+        QCOMPARE(f.panels->saveRequests, 0);
         f.vm().process();
-        f.processor->gate.release(QStringLiteral("Take 1.wav"), GatedProcessor::writes());
-        f.processor->gate.release(
-            QStringLiteral("Take 2.wav"),
-            GatedProcessor::fails(ProcessingError::sourceMissing(QStringLiteral("Take 2.wav"))));
-        f.processor->gate.release(QStringLiteral("Take 3.wav"), GatedProcessor::writes());
+        f.processor->release({F::take(1)}, writes());
+        f.processor->release({F::take(2)}, GatedProcessor::fails(ProcessingError::sourceMissing(
+                                               f.dir.filePath(u"in/Take 2.wav"_qs))));
+        f.processor->release({F::take(3)}, failsWith(u"bad"_qs));
         QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
 
         // The completion screen names each failure and why.
-        const QVariantList failures = f.vm().failures();
-        QCOMPARE(failures.size(), 1);
-        QCOMPARE(failures[0].toMap().value(QStringLiteral("fileName")).toString(),
-                 QStringLiteral("Take 2.wav"));
-        QVERIFY(failures[0]
+        QCOMPARE(failedNames(), F::takes(2, 3));
+        QVERIFY(f.vm()
+                    .failures()
+                    .first()
                     .toMap()
-                    .value(QStringLiteral("message"))
+                    .value(u"message"_qs)
                     .toString()
                     .contains(u"moved or deleted"));
-        f.panels->savePath = f.dir.filePath(QStringLiteral("no such folder/report.csv"));
-        f.vm().exportReport();
-        QVERIFY(f.vm().reportError());
 
-        // Back to the queue: every row keeps its result.
+        // The report is proposed in the output folder; a cancelled dialog is no error.
+        f.vm().exportReport();
+        QCOMPARE(f.panels->saveRequests, 1);
+        QCOMPARE(f.panels->proposedName, f.dir.filePath(u"out/Tonbrook Report.csv"_qs));
+        QCOMPARE(f.vm().reportError(), std::nullopt);
+        f.panels->savePath = f.dir.filePath(u"report.csv"_qs);
+        f.vm().exportReport();
+        QCOMPARE(f.vm().reportError(), std::nullopt);
+        QFile report(*f.panels->savePath);
+        QVERIFY(report.open(QIODevice::ReadOnly));
+        QCOMPARE(report.readAll().count("\r\n"), 4);
+        f.panels->savePath = f.dir.filePath(u"no such folder/report.csv"_qs);
+        f.vm().exportReport();
+        QVERIFY(f.vm().reportError()->startsWith(u"Could not save the report: "));
+
+        // Back to the queue: every row keeps its result, the report error goes.
         f.vm().backToQueue();
         QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
-        QCOMPARE(f.vm().queue().size(), 3);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Done);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 2.wav")), ProcessingStatus::Kind::Failed);
+        QCOMPARE(f.statuses(), u"dff"_qs);
         QVERIFY(!f.vm().reportError());
 
-        // Retry takes only the failed file; the next completion has no old report error.
+        // Retry takes only the failed files; the next completion has no old report error.
         f.vm().exportReport();
         QVERIFY(f.vm().reportError());
         f.vm().retryFailed();
         QVERIFY(!f.vm().reportError());
-        QTRY_COMPARE(f.processor->gate.running(), QStringList{QStringLiteral("Take 2.wav")});
-        QCOMPARE(f.vm().runTotal(), 1);
-        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
+        QTRY_COMPARE(f.processor->running(), F::takes(2, 3));
+        QCOMPARE(f.vm().runTotal(), 2);
+        f.processor->release({F::take(2)}, writes());
+        f.processor->release({F::take(3)}, failsWith(u"bad"_qs));
         QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
-        QCOMPARE(f.statusOf(QStringLiteral("Take 2.wav")), ProcessingStatus::Kind::Done);
-        QVERIFY(f.vm().failures().isEmpty());
-        QCOMPARE(f.statusOf(QStringLiteral("Take 1.wav")), ProcessingStatus::Kind::Done);
-    }
+        QCOMPARE(f.statuses(), u"ddf"_qs);
+        QCOMPARE(failedNames(), QStringList{F::take(3)});
 
-    void resultsShowInTheRowsAndTheDetails()
-    {
-        ControllerFixture f;
-        f.setOutputFolder();
-        QVERIFY(f.importMeasured(2));
-        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 1.wav")), QStringLiteral("-20.0 LUFS"));
-        QCOMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::GainTextRole), QString());
-        f.vm().process();
-        f.processor->gate.release(QStringLiteral("Take 1.wav"), GatedProcessor::writes());
-        f.processor->gate.release(
-            QStringLiteral("Take 2.wav"),
-            GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
-        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
-
-        // The stand-in writes -20.0 -> -14.0 LUFS with +6.0 dB, peak -1.0 dBTP.
-        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 1.wav")),
-                 QStringLiteral("-20.0 \u2192 -14.0 LUFS"));
-        QCOMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::GainTextRole),
-                 QStringLiteral("+6.0 dB"));
-        const ItemDetails written =
-            f.vm().itemData(f.idOf(QStringLiteral("Take 1.wav")).toString());
-        QCOMPARE(written.input, QStringLiteral("-20.0 LUFS \u00b7 -6.0 dBTP \u00b7 range 5.0 LU"));
-        QCOMPARE(written.gain, QStringLiteral("+6.0 dB"));
-        QCOMPARE(written.output, QStringLiteral("-14.0 LUFS \u00b7 -1.0 dBTP"));
-        QCOMPARE(written.outputPath, f.dir.filePath(QStringLiteral("out/x.wav")));
-
-        // A failed file has its measurement, and nothing written.
-        QCOMPARE(f.loudnessTextOf(QStringLiteral("Take 2.wav")), QStringLiteral("-20.0 LUFS"));
-        const ItemDetails failed = f.vm().itemData(f.idOf(QStringLiteral("Take 2.wav")).toString());
-        QVERIFY(!failed.input.isEmpty());
-        QVERIFY(failed.gain.isEmpty() && failed.output.isEmpty() && failed.outputPath.isEmpty());
-    }
-
-    void aRunSaysHowItGoes()
-    {
-        ControllerFixture f;
-        f.setOutputFolder();
-        f.vm().importPaths(f.numberedFiles(3));
-        QCOMPARE(f.vm().windowTitle(),
-                 QStringLiteral("Analyzing loudness\u2026 0/3 \u2014 Tonbrook"));
-        for (int i = 1; i <= 3; ++i)
-            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
-                                     ControllerFixture::measured());
+        // More files after a run are measured; what was processed keeps its outcome.
+        f.vm().backToQueue();
+        f.vm().importPaths(f.files({u"Late.wav"_qs}));
+        QTRY_COMPARE(f.analyzer->running(), QStringList{u"Late.wav"_qs});
+        QCOMPARE(f.statuses(), u"ddfa"_qs);
+        f.analyzer->release({u"Late.wav"_qs}, measures());
         QTRY_VERIFY(!f.vm().isAnalyzing());
-        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Tonbrook"));
-        QCOMPARE(f.vm().runTimeText(), QString());
+        QCOMPARE(f.statuses(), u"ddfr"_qs);
 
-        f.vm().process();
-        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Processing 0 of 3 \u2014 Tonbrook"));
-        QCOMPARE(f.vm().runTimeText(), QStringLiteral("Elapsed 0:00"));
-        QVERIFY(!f.vm().stoppingNeedsConfirmation()); // just started
-        // Each running file says how far it has come (the stand-in: half-way).
-        QTRY_COMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::ProgressRole),
-                     QStringLiteral("0.5"));
-        QTRY_COMPARE(f.vm().runningFiles().size(), 3);
-        QCOMPARE(f.vm().runningFiles().first().toMap().value(u"fileName"_qs).toString(),
-                 QStringLiteral("Take 1.wav"));
-        f.processor->gate.release(
-            QStringLiteral("Take 1.wav"),
-            GatedProcessor::fails(ProcessingError::ffmpegFailed(1, QStringLiteral("bad"))));
-        QTRY_COMPARE(f.vm().failedSoFar(), 1);
-        QCOMPARE(f.cellOf(QStringLiteral("Take 1.wav"), QueueModel::ProgressRole),
-                 QStringLiteral("-1"));
-        QCOMPARE(f.vm().runningFiles().size(), 2); // the failed one is no longer written
-        // Once a file is done, the rest is estimated from it.
-        QVERIFY2(f.vm().runTimeText().startsWith(u"Elapsed 0:00 \u00b7 about 0:0"),
-                 qPrintable(f.vm().runTimeText()));
-        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Processing 1 of 3 \u2014 Tonbrook"));
-        QVERIFY(f.notifier->notified.isEmpty());
-        f.processor->gate.release(QStringLiteral("Take 2.wav"), GatedProcessor::writes());
-        f.processor->gate.release(QStringLiteral("Take 3.wav"), GatedProcessor::writes());
-        QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
-        QCOMPARE(
-            f.notifier->notified,
-            QStringList{QStringLiteral("Processing Complete: 3 files processed \u00b7 1 failed")});
-        QCOMPARE(f.vm().windowTitle(), QStringLiteral("Tonbrook"));
+        f.vm().startNewBatch();
+        QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
+        QVERIFY(f.vm().queue().isEmpty());
+        QVERIFY(!f.vm().completionSummary());
     }
 
     void measuringStartsAgainAfterARun()
@@ -400,65 +344,44 @@ private Q_SLOTS:
         ControllerFixture f;
         f.setOutputFolder();
         f.vm().importPaths(f.numberedFiles(6));
-        QTRY_COMPARE(f.analyzer->gate.running().size(), 3);
+        QTRY_COMPARE(f.analyzer->running().size(), 3);
         f.vm().process();
         QVERIFY(!f.vm().isAnalyzing());
         QVERIFY(f.vm().analyzingIDs().isEmpty());
-        QTRY_COMPARE(f.analyzer->gate.cancelled().size(), 3);
+        QTRY_COMPARE(f.analyzer->cancelled().size(), 3);
         // Never started, and no longer shown as measuring.
-        QCOMPARE(f.statusOf(QStringLiteral("Take 6.wav")) == ProcessingStatus::Kind::Analyzing,
-                 false);
-        QTRY_COMPARE(f.processor->gate.running().size(), 3);
+        QCOMPARE(f.item(F::take(6)).status.kind() == ProcessingStatus::Kind::Analyzing, false);
+        QTRY_COMPARE(f.processor->running().size(), 3);
         f.vm().cancelProcessing();
 
         // A later import, before the stopped jobs have answered, measures
         // again: the new file and those the cancelled run left unmeasured.
-        f.vm().importPaths(f.files({QStringLiteral("Late.wav")}));
+        f.vm().importPaths(f.files({u"Late.wav"_qs}));
         QVERIFY(f.vm().isAnalyzing());
         QCOMPARE(f.vm().analysisTotal(), 7);
-        for (int i = 1; i <= 6; ++i)
-            f.analyzer->gate.release(QStringLiteral("Take %1.wav").arg(i),
-                                     ControllerFixture::measured());
-        f.analyzer->gate.release(QStringLiteral("Late.wav"), ControllerFixture::measured());
+        f.analyzer->release(F::takes(1, 6) << u"Late.wav"_qs, measures());
         QTRY_VERIFY(!f.vm().isAnalyzing());
         QTRY_VERIFY(f.vm().runningFiles().isEmpty()); // every stopped job has answered
-        QVERIFY(f.item(QStringLiteral("Late.wav")).measurement);
-        QCOMPARE(f.analyzer->gate.cancelled().size(), 3);
-        for (const AudioFileItem &item : f.vm().queue())
-            QCOMPARE(item.status.kind(), ProcessingStatus::Kind::Ready);
+        QVERIFY(f.item(u"Late.wav"_qs).measurement);
+        QCOMPARE(f.analyzer->cancelled().size(), 3);
+        QCOMPARE(f.statuses(), u"rrrrrrr"_qs);
     }
 
     void destinationsKeepFoldersAndNeverCollide()
     {
         ControllerFixture f;
         f.setOutputFolder();
-        f.files({QStringLiteral("x/a/Take.wav"), QStringLiteral("x/b/Take.wav")});
-        f.vm().importPaths({f.dir.filePath(QStringLiteral("in/x"))});
-        f.vm().importPaths(f.files({QStringLiteral("y/Take.wav"), QStringLiteral("z/Take.wav")}));
-        const QList<AudioFileItem> items = f.vm().queue();
-        QCOMPARE(items.size(), 4);
+        f.files({u"x/a/Take.wav"_qs, u"x/b/Take.wav"_qs});
+        f.vm().importPaths({f.dir.filePath(u"in/x"_qs)});
+        f.vm().importPaths(f.files({u"y/Take.wav"_qs, u"z/Take.wav"_qs}));
         f.vm().process();
-        QTRY_COMPARE(f.processor->gate.started().size(), 3);
-        const QString out = *f.vm().settings().outputFolder;
-        QCOMPARE(f.vm().destinationOf(items[0].id),
-                 std::optional(out + QStringLiteral("/a/Take.wav")));
-        QCOMPARE(f.vm().destinationOf(items[1].id),
-                 std::optional(out + QStringLiteral("/b/Take.wav")));
-        QCOMPARE(f.vm().destinationOf(items[2].id),
-                 std::optional(out + QStringLiteral("/Take.wav")));
-        QCOMPARE(f.vm().destinationOf(items[3].id),
-                 std::optional(out + QStringLiteral("/Take 2.wav")));
+        QTRY_COMPARE(f.processor->started().size(), 3);
+        QStringList destinations;
+        for (const AudioFileItem &entry : f.vm().queue())
+            destinations.append(f.vm().destinationOf(entry.id)->mid(f.dir.path().size()));
+        QCOMPARE(destinations, (QStringList{u"/out/a/Take.wav"_qs, u"/out/b/Take.wav"_qs,
+                                            u"/out/Take.wav"_qs, u"/out/Take 2.wav"_qs}));
         f.vm().cancelProcessing();
-    }
-
-    void aControllerThatGoesAwayTakesItsJobsWithIt()
-    {
-        ControllerFixture f;
-        f.vm().importPaths(f.numberedFiles(5));
-        QTRY_COMPARE(f.analyzer->gate.running().size(), 3);
-        f.controller.reset(); // must not wait for answers that never come, nor crash on late ones
-        QCOMPARE(f.analyzer->gate.cancelled().size(), 3);
-        QCoreApplication::processEvents();
     }
 };
 

@@ -10,78 +10,60 @@
 #include <QFileDialog>
 #include <QTest>
 
+using Panel = FilePanelPresenter::Panel;
+
 class FilePanelPresenterTest : public QObject
 {
     Q_OBJECT
 
     LanguageFixture m_language;
 
-private Q_SLOTS:
-    void filesPanelTakesSeveralAudioFiles()
+    // How many entries the dialog's list and tree let the user pick.
+    static QAbstractItemView::SelectionMode selection(const QFileDialog &dialog)
     {
-        m_language.manager().setSelection(AppLanguage::En);
-        const auto dialog = FilePanelPresenter::makeDialog(
-            FilePanelPresenter::Panel::Files,
-            {QStringLiteral("wav"), QStringLiteral("aiff"), QStringLiteral("aif"),
-             QStringLiteral("mp3"), QStringLiteral("m4a"), QStringLiteral("caf")});
-        QCOMPARE(dialog->fileMode(), QFileDialog::ExistingFiles);
-        QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptOpen);
-        QCOMPARE(dialog->windowTitle(), QStringLiteral("Select audio files to add to the queue"));
-        QCOMPARE(dialog->nameFilters(),
-                 QStringList{QStringLiteral("Audio files (*.wav *.aiff *.aif *.mp3 *.m4a *.caf)")});
-        QVERIFY(dialog->isModal());
-        QVERIFY(!dialog->isVisible());
+        const auto *list = dialog.findChild<QAbstractItemView *>(u"listView"_qs);
+        const auto *tree = dialog.findChild<QAbstractItemView *>(u"treeView"_qs);
+        return list->selectionMode() == tree->selectionMode() ? list->selectionMode()
+                                                              : QAbstractItemView::NoSelection;
     }
 
-    void folderPanelTakesSeveralFolders()
+private Q_SLOTS:
+    void eachPanelTakesWhatItShould()
     {
-        const auto dialog = FilePanelPresenter::makeDialog(FilePanelPresenter::Panel::Folders);
-        QCOMPARE(dialog->fileMode(), QFileDialog::Directory);
-        QVERIFY(dialog->testOption(QFileDialog::ShowDirsOnly));
-        for (const char *name : {"listView", "treeView"}) {
-            const auto *view = dialog->findChild<QAbstractItemView *>(QLatin1StringView(name));
-            QVERIFY2(view, name);
-            QCOMPARE(view->selectionMode(), QAbstractItemView::ExtendedSelection);
+        m_language.manager().setSelection(AppLanguage::En);
+        const auto files = FilePanelPresenter::makeDialog(Panel::Files, {u"wav"_qs, u"m4a"_qs});
+        QCOMPARE(files->fileMode(), QFileDialog::ExistingFiles);
+        QCOMPARE(files->nameFilters(), QStringList{u"Audio files (*.wav *.m4a)"_qs});
+        const auto folders = FilePanelPresenter::makeDialog(Panel::Folders);
+        QCOMPARE(folders->fileMode(), QFileDialog::Directory);
+        QVERIFY(folders->testOption(QFileDialog::ShowDirsOnly));
+        QCOMPARE(selection(*folders), QAbstractItemView::ExtendedSelection);
+        const auto destination = FilePanelPresenter::makeDialog(Panel::Destination);
+        QCOMPARE(destination->fileMode(), QFileDialog::Directory);
+        QCOMPARE(selection(*destination), QAbstractItemView::SingleSelection);
+        QCOMPARE(destination->labelText(QFileDialog::Accept), u"Choose"_qs);
+        const auto save =
+            FilePanelPresenter::makeDialog(Panel::Save, {u"csv"_qs}, u"Tonbrook Report.csv"_qs);
+        QCOMPARE(save->acceptMode(), QFileDialog::AcceptSave);
+        QCOMPARE(save->defaultSuffix(), u"csv"_qs);
+        QCOMPARE(save->nameFilters(), QStringList{u"CSV (*.csv)"_qs});
+        QCOMPARE(QFileInfo(save->selectedFiles().value(0)).fileName(), u"Tonbrook Report.csv"_qs);
+        QVERIFY(!save->testOption(QFileDialog::DontConfirmOverwrite));
+        // Qt's own modal dialogs, so that they can wear the window's colours.
+        for (const QFileDialog *dialog :
+             {files.get(), folders.get(), destination.get(), save.get()}) {
+            QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
+            QCOMPARE(dialog->palette().color(QPalette::Window), TBTheme::panel());
+            QVERIFY(dialog->isModal() && !dialog->isVisible());
         }
     }
 
-    void destinationPanelSpeaksTheInterfaceLanguage()
+    void panelsSpeakTheInterfaceLanguage()
     {
         m_language.manager().setSelection(AppLanguage::Ru);
-        const auto russian = FilePanelPresenter::makeDialog(FilePanelPresenter::Panel::Destination);
-        QCOMPARE(russian->windowTitle(),
-                 QStringLiteral("Выберите, куда сохранять подготовленное аудио"));
-        QCOMPARE(russian->labelText(QFileDialog::Accept), QStringLiteral("Выбрать"));
-        QCOMPARE(russian->fileMode(), QFileDialog::Directory);
-        const auto *view = russian->findChild<QAbstractItemView *>(QStringLiteral("listView"));
-        QVERIFY(view);
-        QCOMPARE(view->selectionMode(), QAbstractItemView::SingleSelection);
-        m_language.manager().setSelection(AppLanguage::En);
-        QCOMPARE(FilePanelPresenter::makeDialog(FilePanelPresenter::Panel::Destination)
-                     ->labelText(QFileDialog::Accept),
-                 QStringLiteral("Choose"));
-    }
-
-    void savePanelProposesTheReport()
-    {
-        const auto dialog =
-            FilePanelPresenter::makeDialog(FilePanelPresenter::Panel::Save, {QStringLiteral("csv")},
-                                           QStringLiteral("Tonbrook Report.csv"));
-        QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptSave);
-        QCOMPARE(dialog->defaultSuffix(), QStringLiteral("csv"));
-        QCOMPARE(dialog->nameFilters(), QStringList{QStringLiteral("CSV (*.csv)")});
-        QCOMPARE(QFileInfo(dialog->selectedFiles().value(0)).fileName(),
-                 QStringLiteral("Tonbrook Report.csv"));
-        QVERIFY(!dialog->testOption(QFileDialog::DontConfirmOverwrite));
-    }
-
-    void dialogsWearTheWindowsColours()
-    {
-        const auto dialog = FilePanelPresenter::makeDialog(FilePanelPresenter::Panel::Folders);
-        QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
-        QCOMPARE(dialog->palette().color(QPalette::Base), TBTheme::bg());
-        QCOMPARE(dialog->palette().color(QPalette::Text), TBTheme::text());
-        QCOMPARE(dialog->palette().color(QPalette::Window), TBTheme::panel());
+        const auto russian = FilePanelPresenter::makeDialog(Panel::Destination);
+        QCOMPARE(russian->windowTitle(), u"Выберите, куда сохранять подготовленное аудио"_qs);
+        QCOMPARE(russian->labelText(QFileDialog::Accept), u"Выбрать"_qs);
     }
 };
 

@@ -13,38 +13,53 @@ TestCase {
     height: 700
     visible: true
 
-    Component {
-        id: badge
-        StatusBadge {}
-    }
-    Component {
+    ProcessingView {
         id: processing
-        ProcessingView {
-            width: 600
-            height: 400
-        }
+        width: 600
+        height: 400
     }
-    Component {
+    ItemDetailView {
         id: details
-        ItemDetailView {}
     }
-    Component {
+    ImportDropZoneView {
         id: dropZone
-        ImportDropZoneView {
-            width: 900
+        width: 900
+    }
+    // Above the rest, where the mouse finds them.
+    Column {
+        z: 1
+        TBCheckBox {
+            id: checkBox
+        }
+        TBSegmentedControl {
+            id: segmented
+            width: 300
+            model: ["One", "Two", "Three"]
         }
     }
-    Component {
-        id: footer
-        FooterStatusBarView {
-            width: 600
-        }
+    TBToolbarButton {
+        id: toolbarButton
+        text: "About"
+        tip: "About Tonbrook"
+        shortcutText: "Ctrl+I"
+    }
+    TBSpinBox {
+        id: spin
+        realValue: -1
+    }
+    SignalSpy {
+        id: activated
+        target: segmented
+        signalName: "activated"
+    }
+    SignalSpy {
+        id: edited
+        target: spin
+        signalName: "realValueEdited"
     }
 
     function findChild(item, name) {
-        if (!item)
-            return null;
-        if (item.objectName === name)
+        if (!item || item.objectName === name)
             return item;
         // Popups keep their items under contentItem, outside children.
         const kids = Array.from(item.children);
@@ -58,88 +73,88 @@ TestCase {
         return null;
     }
 
-    function test_badge_data() {
-        return [
-            {tag: "ready", status: ProcessingStatus.Ready, text: "Ready", tint: TBTheme.muted, icon: "circle", spinning: false},
-            {tag: "analyzing", status: ProcessingStatus.Analyzing, text: "Analyzing", tint: TBTheme.info, icon: "", spinning: true},
-            {tag: "processing", status: ProcessingStatus.Processing, text: "Processing", tint: TBTheme.gold, icon: "", spinning: true},
-            {tag: "done", status: ProcessingStatus.Done, text: "Done", tint: TBTheme.success, icon: "checkmark", spinning: false},
-            {tag: "warning", status: ProcessingStatus.Warning, text: "Warning", tint: TBTheme.warning, icon: "warning", spinning: false},
-            {tag: "failed", status: ProcessingStatus.Failed, text: "Failed", tint: TBTheme.error, icon: "xmark", spinning: false},
-            {tag: "cancelled", status: ProcessingStatus.Cancelled, text: "Cancelled", tint: TBTheme.muted, icon: "", spinning: false}
-        ];
-    }
-
-    function test_badge(data) {
-        const item = createTemporaryObject(badge, testCase, {status: data.status});
-        compare(item.text, data.text);
-        compare(item.tint, data.tint);
-        compare(item.iconName, data.icon);
-        compare(item.spinning, data.spinning);
-    }
-
     function test_progressNeverDividesByZero() {
-        const view = createTemporaryObject(processing, testCase, {processedCount: 0, totalCount: 0});
-        compare(findChild(view, "progress").value, 0);
-        compare(findChild(view, "ofFiles").text, "0 of 0 files");
-        view.totalCount = 4;
-        view.processedCount = 3;
-        compare(findChild(view, "progress").value, 0.75);
-        compare(findChild(view, "currentFile").visible, false);
-        view.currentFileName = "Kick 01.wav";
-        compare(findChild(view, "currentFile").visible, true);
+        processing.processedCount = 0;
+        processing.totalCount = 0;
+        compare(findChild(processing, "progress").value, 0);
+        compare(findChild(processing, "ofFiles").text, "0 of 0 files");
+        processing.totalCount = 4;
+        processing.processedCount = 3;
+        compare(findChild(processing, "progress").value, 0.75);
+        compare(findChild(processing, "currentFile").visible, false);
+        processing.currentFileName = "Kick 01.wav";
+        compare(findChild(processing, "currentFile").visible, true);
     }
 
+    // Every opening starts folded; the details of a failure unfold on request.
     function test_detailSheetSizeAndDetails() {
-        const sheet = createTemporaryObject(details, testCase, {fileName: "a.wav", status: ProcessingStatus.Done});
-        sheet.open();
-        tryCompare(sheet, "opened", true);
-        compare(sheet.height, 200);
-        compare(findChild(sheet.contentItem, "detailsToggle").visible, false);
-        compare(findChild(sheet.contentItem, "detailMessage").text, "Done");
-        sheet.close();
-        tryCompare(sheet, "visible", false);
+        details.fileName = "a.wav";
+        details.status = ProcessingStatus.Done;
+        details.open();
+        tryCompare(details, "opened", true);
+        compare(details.height, 200);
+        compare(findChild(details.contentItem, "detailsToggle").visible, false);
+        compare(findChild(details.contentItem, "detailMessage").text, "Done");
+        details.close();
+        tryCompare(details, "visible", false);
 
-        sheet.status = ProcessingStatus.Failed;
-        sheet.statusMessage = "Could not process \u201ca.wav\u201d.";
-        sheet.errorDetails = "ffmpeg exit code 1\n\nbroken";
-        sheet.showDetails = true;
-        sheet.open(); // every opening starts folded
-        tryCompare(sheet, "opened", true);
-        compare(sheet.height, 360);
-        compare(sheet.showDetails, false);
-        compare(findChild(sheet.contentItem, "detailMessage").text, "Could not process \u201ca.wav\u201d.");
-        const toggle = findChild(sheet.contentItem, "detailsToggle");
-        compare(toggle.visible, true);
-        mouseClick(toggle);
-        compare(sheet.showDetails, true);
-        compare(findChild(sheet.contentItem, "detailsText").text, "ffmpeg exit code 1\n\nbroken");
-        sheet.close();
+        details.status = ProcessingStatus.Failed;
+        details.statusMessage = "Could not process \u201ca.wav\u201d.";
+        details.errorDetails = "ffmpeg exit code 1\n\nbroken";
+        details.showDetails = true;
+        details.open();
+        tryCompare(details, "opened", true);
+        compare(details.height, 360);
+        compare(details.showDetails, false);
+        compare(findChild(details.contentItem, "detailMessage").text, details.statusMessage);
+        mouseClick(findChild(details.contentItem, "detailsToggle"));
+        compare(findChild(details.contentItem, "detailsText").text, details.errorDetails);
+        details.close();
     }
 
     function test_dropZoneSumsUpWhatIsLoaded() {
-        const zone = createTemporaryObject(dropZone, testCase, {fileCount: 0});
-        compare(findChild(zone, "dropHere").visible, true);
-        compare(findChild(zone, "loadedSummary").visible, false);
-        zone.fileCount = 3;
-        compare(findChild(zone, "loadedSummary").text, "3 files loaded  \u00b7  Individual files");
-        zone.folderCount = 2;
-        compare(findChild(zone, "loadedSummary").text, "3 files loaded  \u00b7  2 folders");
-        compare(findChild(zone, "removeSelectedButton").enabled, false);
-        zone.hasSelection = true;
-        compare(findChild(zone, "removeSelectedButton").enabled, true);
-        zone.canAnalyze = true;
-        compare(findChild(zone, "analyzeButton").enabled, true);
-        zone.isAnalyzing = true;
-        compare(findChild(zone, "analyzeButton").enabled, false);
-        zone.isDragOver = true;
-        compare(zone.background.color, TBTheme.goldSubtle);
+        compare(findChild(dropZone, "dropHere").visible, true);
+        compare(findChild(dropZone, "loadedSummary").visible, false);
+        dropZone.fileCount = 3;
+        compare(findChild(dropZone, "loadedSummary").text, "3 files loaded  \u00b7  Individual files");
+        dropZone.folderCount = 2;
+        compare(findChild(dropZone, "loadedSummary").text, "3 files loaded  \u00b7  2 folders");
+        compare(findChild(dropZone, "removeSelectedButton").enabled, false);
+        dropZone.hasSelection = true;
+        compare(findChild(dropZone, "removeSelectedButton").enabled, true);
+        dropZone.canAnalyze = true;
+        compare(findChild(dropZone, "analyzeButton").enabled, true);
+        dropZone.isAnalyzing = true;
+        compare(findChild(dropZone, "analyzeButton").enabled, false);
     }
 
-    function test_footerShowsBothTexts() {
-        const bar = createTemporaryObject(footer, testCase, {leadingText: "3 files", trailingText: "/out"});
-        compare(findChild(bar, "footerLeading").text, "3 files");
-        compare(findChild(bar, "footerTrailing").text, "/out");
-        compare(bar.color, TBTheme.panel);
+    function test_checkBoxToggles() {
+        mouseClick(checkBox);
+        verify(checkBox.checked);
+    }
+
+    function test_segmentedControlReportsTheChoiceAndLeavesTheStateToItsOwner() {
+        mouseClick(segmented, 250, segmented.height / 2);
+        compare(activated.count, 1);
+        compare(activated.signalArguments[0][0], 2);
+        compare(segmented.currentIndex, 0);
+    }
+
+    function test_tooltipNamesTheShortcut() {
+        compare(toolbarButton.Accessible.name, "About");
+        compare(toolbarButton.toolTipText, "About Tonbrook (Ctrl+I)");
+        toolbarButton.shortcutText = "";
+        compare(toolbarButton.toolTipText, "About Tonbrook");
+    }
+
+    function test_spinBoxStepsTenthsAndStopsAtZero() {
+        compare(spin.displayText, "-1.0");
+        spin.increase();
+        spin.valueModified();
+        compare(edited.count, 1);
+        fuzzyCompare(edited.signalArguments[0][0], -0.9, 1e-9);
+        spin.realValue = 0;
+        spin.increase();
+        compare(spin.value, 0);
     }
 }
