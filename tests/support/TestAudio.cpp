@@ -5,10 +5,9 @@
 #include "engine/EngineError.h"
 #include "engine/FFmpegRunner.h"
 
-#include <QBuffer>
+#include <QDataStream>
 #include <QFile>
 #include <QFileInfo>
-#include <QImage>
 #include <QtEndian>
 
 #include <algorithm>
@@ -16,23 +15,7 @@
 #include <numbers>
 #include <random>
 
-namespace {
-
-void putU32(QByteArray &out, quint32 value)
-{
-    char bytes[4];
-    qToLittleEndian(value, bytes);
-    out.append(bytes, 4);
-}
-
-void putU16(QByteArray &out, quint16 value)
-{
-    char bytes[2];
-    qToLittleEndian(value, bytes);
-    out.append(bytes, 2);
-}
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -40,37 +23,69 @@ namespace {
 // scaled to the wanted RMS. Real material carries little above 20 kHz; white
 // noise at 96 kHz would put half its weighted energy there, which a later
 // resample to 44.1 kHz removes.
-std::vector<double> bandLimitedNoise(qint64 frames, int sampleRate, double rms,
-                                     std::mt19937 &random)
+std::vector<double> bandLimitedNoise(qint64 frames, int rate, double rms, std::mt19937 &random)
 {
     std::normal_distribution<double> gaussian(0.0, 1.0);
-    const double cutoff = std::min(12000.0, 0.4 * sampleRate);
-    const double k = std::tan(std::numbers::pi * cutoff / sampleRate);
+    const double k = std::tan(std::numbers::pi * std::min(12000.0, 0.4 * rate) / rate);
     const double q = std::numbers::sqrt2 / 2;
-    const double norm = 1 / (1 + k / q + k * k);
-    const double b0 = k * k * norm, b1 = 2 * b0, b2 = b0;
-    const double a1 = 2 * (k * k - 1) * norm, a2 = (1 - k / q + k * k) * norm;
+    const double b0 = k * k / (1 + k / q + k * k);
+    const double a1 = 2 * (k * k - 1) / (1 + k / q + k * k);
+    const double a2 = (1 - k / q + k * k) / (1 + k / q + k * k);
     std::vector<double> out(static_cast<size_t>(frames));
     double x1[2] = {}, x2[2] = {}, y1[2] = {}, y2[2] = {};
     double energy = 0;
-    for (auto &sample : out) {
-        double x = gaussian(random);
+    for (double &sample : out) {
+        sample = gaussian(random);
         for (int stage = 0; stage < 2; ++stage) {
-            const double y =
-                b0 * x + b1 * x1[stage] + b2 * x2[stage] - a1 * y1[stage] - a2 * y2[stage];
-            x2[stage] = x1[stage];
-            x1[stage] = x;
-            y2[stage] = y1[stage];
-            y1[stage] = y;
-            x = y;
+            const double x = sample;
+            sample = b0 * (x + 2 * x1[stage] + x2[stage]) - a1 * y1[stage] - a2 * y2[stage];
+            x2[stage] = std::exchange(x1[stage], x);
+            y2[stage] = std::exchange(y1[stage], sample);
         }
-        sample = x;
-        energy += x * x;
+        energy += sample * sample;
     }
-    const double scale = frames > 0 && energy > 0 ? rms / std::sqrt(energy / frames) : 0;
-    for (auto &sample : out)
+    const double scale = energy > 0 ? rms / std::sqrt(energy / frames) : 0;
+    for (double &sample : out)
         sample = std::clamp(sample * scale, -1.0, 1.0);
     return out;
+}
+
+QString runFFmpeg(const QString &ffmpegPath, const QStringList &arguments)
+{
+    try {
+        const FFmpegResult result =
+            FFmpegRunner(ffmpegPath)
+                .run(QStringList{u"-y"_s, u"-hide_banner"_s, u"-nostats"_s} + arguments,
+                     CancellationToken());
+        return result.exitCode == 0 ? QString() : result.standardError;
+    } catch (const EngineError &error) {
+        return error.describe();
+    }
+}
+
+QStringList codecFor(const QString &extension)
+{
+    if (extension == u"mp3")
+        return {u"-c:a"_s, u"libmp3lame"_s, u"-q:a"_s, u"2"_s};
+    if (extension == u"m4a")
+        return {u"-c:a"_s, u"aac"_s, u"-b:a"_s, u"256k"_s};
+    return {u"-c:a"_s, extension == u"wav" ? u"pcm_s16le"_s : u"pcm_s24be"_s};
+}
+
+// An ID3v2.3 tag with one APIC frame: a 1 x 1 PNG as the front cover.
+QByteArray id3WithCover()
+{
+    // Latin-1 text, the MIME type, picture type 3 (front cover), no description.
+    const QByteArray body =
+        QByteArray("\0image/png\0\3\0", 13) +
+        QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDw"
+                               "AChwGA60e6kgAAAABJRU5ErkJggg==");
+    QByteArray frame = "APIC" + QByteArray(6, '\0') + body;
+    qToBigEndian(quint32(body.size()), frame.data() + 4);
+    // The tag's size is "synchsafe": seven bits to a byte.
+    const auto n = quint32(frame.size());
+    return QByteArray("ID3\3\0\0", 6) + char(n >> 21 & 0x7f) + char(n >> 14 & 0x7f) +
+           char(n >> 7 & 0x7f) + char(n & 0x7f) + frame;
 }
 
 } // namespace
@@ -82,177 +97,74 @@ bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
     std::mt19937 random(12345);
     double phase = 0;
     for (const Segment &segment : segments) {
-        const auto frames = static_cast<qint64>(std::llround(segment.seconds * sampleRate));
-        const double amplitude = std::pow(10.0, segment.levelDBFS / 20.0);
-        const double step = 2 * std::numbers::pi * segment.frequency / sampleRate;
+        const qint64 frames = std::llround(segment.seconds * sampleRate);
+        const double amplitude = std::pow(10.0, segment.levelDBFS / 20);
         const std::vector<double> noise =
             segment.kind == Segment::Kind::Noise
                 ? bandLimitedNoise(frames, sampleRate, amplitude, random)
                 : std::vector<double>();
+        const double fade = segment.phaseDegrees >= 0 ? 0.01 * sampleRate : 0;
         if (segment.phaseDegrees >= 0)
             phase = segment.phaseDegrees * std::numbers::pi / 180;
-        const double fadeFrames = segment.fadeSeconds * sampleRate;
         for (qint64 i = 0; i < frames; ++i) {
             double value = 0;
-            switch (segment.kind) {
-            case Segment::Kind::Sine:
-                value = amplitude * std::sin(phase);
-                if (fadeFrames > 0)
-                    value *= std::min({1.0, i / fadeFrames, (frames - 1 - i) / fadeFrames});
-                phase = std::fmod(phase + step, 2 * std::numbers::pi);
-                break;
-            case Segment::Kind::Square:
-                value = std::sin(phase) >= 0 ? amplitude : -amplitude;
-                phase = std::fmod(phase + step, 2 * std::numbers::pi);
-                break;
-            case Segment::Kind::Noise:
+            if (segment.kind == Segment::Kind::Noise) {
                 value = noise[static_cast<size_t>(i)];
-                break;
-            case Segment::Kind::Silence:
-                break;
+            } else if (segment.kind != Segment::Kind::Silence) {
+                value = segment.kind == Segment::Kind::Square
+                            ? (std::sin(phase) >= 0 ? amplitude : -amplitude)
+                            : amplitude * std::sin(phase);
+                if (fade > 0)
+                    value *= std::min({1.0, i / fade, (frames - 1 - i) / fade});
+                phase = std::fmod(phase + 2 * std::numbers::pi * segment.frequency / sampleRate,
+                                  2 * std::numbers::pi);
             }
-            for (int c = 0; c < channels; ++c)
-                samples.push_back(static_cast<float>(value));
+            samples.insert(samples.end(), channels, static_cast<float>(value));
         }
     }
-
-    const auto dataBytes = static_cast<quint32>(samples.size() * sizeof(float));
-    QByteArray header;
-    header.append("RIFF");
-    putU32(header, 4 + 8 + 16 + 8 + dataBytes);
-    header.append("WAVEfmt ");
-    putU32(header, 16);
-    putU16(header, 3); // IEEE float
-    putU16(header, static_cast<quint16>(channels));
-    putU32(header, static_cast<quint32>(sampleRate));
-    putU32(header, static_cast<quint32>(sampleRate * channels * 4));
-    putU16(header, static_cast<quint16>(channels * 4));
-    putU16(header, 32);
-    header.append("data");
-    putU32(header, dataBytes);
 
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    QByteArray body(dataBytes, Qt::Uninitialized);
-    for (size_t i = 0; i < samples.size(); ++i)
-        qToLittleEndian(samples[i], body.data() + i * sizeof(float));
-    return file.write(header) == header.size() && file.write(body) == body.size();
-}
-
-namespace {
-
-QString runFFmpeg(const QString &ffmpegPath, const QStringList &arguments)
-{
-    const FFmpegRunner runner(ffmpegPath);
-    const CancellationToken never;
-    try {
-        const FFmpegResult result =
-            runner.run(QStringList{QStringLiteral("-y"), QStringLiteral("-hide_banner"),
-                                   QStringLiteral("-nostats")} +
-                           arguments,
-                       never);
-        return result.exitCode == 0 ? QString() : result.standardError;
-    } catch (const EngineError &error) {
-        return error.describe();
-    }
-}
-
-QByteArray coverPng()
-{
-    QImage image(64, 64, QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            image.setPixel(x, y, qRgb(x * 4, y * 4, 128));
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return png;
-}
-
-QByteArray syncSafe(quint32 value)
-{
-    QByteArray bytes(4, 0);
-    for (int i = 3; i >= 0; --i) {
-        bytes[i] = static_cast<char>(value & 0x7f);
-        value >>= 7;
-    }
-    return bytes;
-}
-
-// An ID3v2.3 tag holding one APIC frame (front cover, PNG).
-QByteArray id3WithCover()
-{
-    QByteArray body;
-    body.append('\0');                     // text encoding: ISO-8859-1
-    body.append("image/png").append('\0'); // MIME type
-    body.append('\x03');                   // picture type: front cover
-    body.append('\0');                     // empty description
-    body.append(coverPng());
-
-    QByteArray frame("APIC");
-    char size[4];
-    qToBigEndian(static_cast<quint32>(body.size()), size);
-    frame.append(size, 4).append(2, '\0').append(body);
-
-    QByteArray tag("ID3");
-    tag.append('\x03').append('\0').append('\0');
-    tag.append(syncSafe(static_cast<quint32>(frame.size()))).append(frame);
-    return tag;
-}
-
-} // namespace
-
-QString TestAudio::encodeWithCover(const QString &ffmpegPath, const QString &wavPath,
-                                   const QString &outputPath)
-{
-    const QString bareMp3 = outputPath + QStringLiteral(".bare.mp3");
-    QString problem = runFFmpeg(ffmpegPath, {QStringLiteral("-i"), wavPath, QStringLiteral("-c:a"),
-                                             QStringLiteral("libmp3lame"), QStringLiteral("-q:a"),
-                                             QStringLiteral("2"), QStringLiteral("-id3v2_version"),
-                                             QStringLiteral("0"), bareMp3});
-    if (!problem.isEmpty())
-        return problem;
-    QFile bare(bareMp3);
-    if (!bare.open(QIODevice::ReadOnly))
-        return QStringLiteral("cannot read ") + bareMp3;
-    const QByteArray audio = bare.readAll();
-    bare.remove();
-
-    const bool wantsM4a = outputPath.endsWith(QStringLiteral(".m4a"), Qt::CaseInsensitive);
-    const QString taggedMp3 = wantsM4a ? outputPath + QStringLiteral(".tagged.mp3") : outputPath;
-    QFile tagged(taggedMp3);
-    if (!tagged.open(QIODevice::WriteOnly) || tagged.write(id3WithCover() + audio) < 0)
-        return QStringLiteral("cannot write ") + taggedMp3;
-    tagged.close();
-    if (!wantsM4a)
-        return {};
-
-    problem = runFFmpeg(ffmpegPath,
-                        {QStringLiteral("-i"), taggedMp3, QStringLiteral("-c:a"),
-                         QStringLiteral("aac"), QStringLiteral("-b:a"), QStringLiteral("256k"),
-                         QStringLiteral("-c:v"), QStringLiteral("copy"), outputPath});
-    QFile::remove(taggedMp3);
-    return problem;
+    const auto bytes = static_cast<quint32>(samples.size() * sizeof(float));
+    QDataStream header(&file);
+    header.setByteOrder(QDataStream::LittleEndian);
+    header.writeRawData("RIFF", 4);
+    header << quint32(36 + bytes);
+    header.writeRawData("WAVEfmt ", 8);
+    // IEEE float: channels, rate, bytes a second and a frame, bits.
+    header << quint32(16) << quint16(3) << quint16(channels) << quint32(sampleRate)
+           << quint32(sampleRate * channels * 4) << quint16(channels * 4) << quint16(32);
+    header.writeRawData("data", 4);
+    header << bytes;
+    qToLittleEndian<float>(samples.data(), qsizetype(samples.size()), samples.data());
+    return header.status() == QDataStream::Ok &&
+           file.write(reinterpret_cast<const char *>(samples.data()), bytes) == bytes;
 }
 
 QString TestAudio::encode(const QString &ffmpegPath, const QString &wavPath,
-                          const QString &outputPath)
+                          const QString &outputPath, bool withCover)
 {
     const QString extension = QFileInfo(outputPath).suffix().toLower();
-    QStringList codec;
-    if (extension == u"mp3")
-        codec = {QStringLiteral("-c:a"), QStringLiteral("libmp3lame"), QStringLiteral("-q:a"),
-                 QStringLiteral("2")};
-    else if (extension == u"m4a")
-        codec = {QStringLiteral("-c:a"), QStringLiteral("aac"), QStringLiteral("-b:a"),
-                 QStringLiteral("256k")};
-    else if (extension == u"wav")
-        codec = {QStringLiteral("-c:a"), QStringLiteral("pcm_s16le")};
-    else
-        codec = {QStringLiteral("-c:a"), QStringLiteral("pcm_s24be")};
-
-    return runFFmpeg(ffmpegPath,
-                     QStringList{QStringLiteral("-i"), wavPath} + codec + QStringList{outputPath});
+    if (!withCover)
+        return runFFmpeg(ffmpegPath, QStringList{u"-i"_s, wavPath} + codecFor(extension) +
+                                         QStringList{outputPath});
+    // An MP3 with no tag of ffmpeg's, behind ours; an M4A made from that, picture and all.
+    const QString bare = outputPath + u".bare.mp3"_s;
+    const QString tagged = extension == u"mp3" ? outputPath : outputPath + u".tagged.mp3"_s;
+    QString problem = runFFmpeg(ffmpegPath, QStringList{u"-i"_s, wavPath} + codecFor(u"mp3"_s) +
+                                                QStringList{u"-id3v2_version"_s, u"0"_s, bare});
+    QFile in(bare);
+    QFile out(tagged);
+    if (problem.isEmpty() && !(in.open(QIODevice::ReadOnly) && out.open(QIODevice::WriteOnly) &&
+                               out.write(id3WithCover() + in.readAll()) > 0))
+        problem = u"cannot write "_s + tagged;
+    in.remove();
+    out.close();
+    if (problem.isEmpty() && tagged != outputPath) {
+        problem = runFFmpeg(ffmpegPath, QStringList{u"-i"_s, tagged} + codecFor(extension) +
+                                            QStringList{u"-c:v"_s, u"copy"_s, outputPath});
+        QFile::remove(tagged);
+    }
+    return problem;
 }

@@ -2,12 +2,11 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 #include <vector>
 
-// Test inputs made on the spot: WAV files of sine tones, noise and silence at
-// exact levels, and the other formats encoded from them by the bundled ffmpeg.
+// Test inputs made on the spot: WAV files of tones, noise and silence at exact
+// levels, and the other formats encoded from them by the bundled ffmpeg.
 // No test reads audio from outside the repository.
 class TestAudio
 {
@@ -22,24 +21,21 @@ public:
             Silence,
         };
         Kind kind = Kind::Sine;
-        // Sine and square: peak level. Noise: RMS level. dBFS; ignored for silence.
-        double levelDBFS = -20;
+        double levelDBFS = -20; // sine and square: peak; noise: RMS
         double seconds = 1;
         double frequency = 1000;
-        // A sine that starts at this phase (degrees) and fades in and out linearly
-        // over fadeSeconds; a negative phase carries on from the segment before.
+        // A sine that starts at this phase (degrees) and fades in and out over
+        // 10 ms, as the true-peak test tones do; negative carries on.
         double phaseDegrees = -1;
-        double fadeSeconds = 0;
 
         static Segment sine(double levelDBFS, double seconds, double frequency = 1000)
         {
             return {Kind::Sine, levelDBFS, seconds, frequency};
         }
-        // The true-peak test tones: a frequency, a start phase, 10 ms fades.
         static Segment phasedSine(double levelDBFS, double seconds, double frequency,
                                   double phaseDegrees)
         {
-            return {Kind::Sine, levelDBFS, seconds, frequency, phaseDegrees, 0.01};
+            return {Kind::Sine, levelDBFS, seconds, frequency, phaseDegrees};
         }
         static Segment square(double levelDBFS, double seconds, double frequency = 1000)
         {
@@ -53,18 +49,13 @@ public:
     };
 
     // 32-bit float WAV with the same signal, in phase, on every channel.
-    // Returns false when the file cannot be written.
     static bool writeWav(const QString &path, int sampleRate, int channels,
                          const std::vector<Segment> &segments);
 
     // Encodes a WAV into the container its extension names (aiff, aif, caf,
-    // mp3, m4a, or wav as 16-bit PCM) with the bundled ffmpeg. Empty on
-    // success, else ffmpeg's complaint.
+    // mp3, m4a, or wav as 16-bit PCM) with the bundled ffmpeg; an MP3 or M4A
+    // may carry a PNG front cover in an ID3 tag, as taggers store album art.
+    // Empty on success, else ffmpeg's complaint.
     static QString encode(const QString &ffmpegPath, const QString &wavPath,
-                          const QString &outputPath);
-
-    // An MP3 (or, through it, an M4A) that carries a PNG as its front cover,
-    // the way taggers store album art. Empty on success, else what failed.
-    static QString encodeWithCover(const QString &ffmpegPath, const QString &wavPath,
-                                   const QString &outputPath);
+                          const QString &outputPath, bool withCover = false);
 };
