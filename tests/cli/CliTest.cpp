@@ -2,45 +2,16 @@
 //
 // tonbrook-cli as a user runs it, on generated audio, through the bundled ffmpeg.
 #include "RunChecks.h"
-#include "TestAudio.h"
-#include "TestEnvironment.h"
+#include "localization/L.h"
 
-#include <QElapsedTimer>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
+#include <tuple>
 
 using Segment = TestAudio::Segment;
-
-namespace {
-
-using RunChecks::digest;
 using RunChecks::filesBelow;
-
-struct Run
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
-
-QString cli()
-{
-    return RunChecks::cliPath();
-}
-
-Run run(const QStringList &arguments)
-{
-    const RunChecks::CliRun result = RunChecks::runCli(arguments);
-    return {result.finished ? result.status : -1, QString::fromUtf8(result.out), result.err};
-}
-
-} // namespace
 
 class CliTest : public QObject
 {
@@ -48,189 +19,154 @@ class CliTest : public QObject
 
     QTemporaryDir m_dir;
     QString m_tree;
-    QMap<QString, QByteArray> m_digests;
+    QMap<QString, QByteArray> m_sources;
 
-    QString write(const QString &relative, const std::vector<Segment> &signal, int rate = 48000)
+    // Runs the front end with TREE, SOLO and OUT in the arguments standing for the test's folders.
+    RunChecks::CliRun run(QStringList arguments, const QString &out = {})
     {
-        const QString path = m_tree + u'/' + relative;
-        QDir().mkpath(QFileInfo(path).path());
-        const QString wav =
-            path.endsWith(QStringLiteral(".wav")) ? path : path + QStringLiteral(".src.wav");
-        if (!TestAudio::writeWav(wav, rate, 2, signal))
-            return {};
-        if (wav != path) {
-            if (!TestAudio::encode(TestEnvironment::ffmpegPath(), wav, path).isEmpty())
-                return {};
-            QFile::remove(wav);
-        }
-        return path;
-    }
-
-    void checkSourcesUntouched()
-    {
-        for (auto it = m_digests.cbegin(); it != m_digests.cend(); ++it)
-            QCOMPARE(digest(it.key()), it.value());
+        for (QString &argument : arguments)
+            argument.replace(u"TREE"_qs, m_tree)
+                .replace(u"SOLO"_qs, m_dir.filePath(u"Solo"_qs))
+                .replace(u"OUT"_qs, out);
+        return RunChecks::runCli(arguments);
     }
 
 private Q_SLOTS:
     void initTestCase()
     {
-        m_tree = m_dir.filePath(QStringLiteral("Session"));
+        m_tree = m_dir.filePath(u"Session"_qs);
+        QVERIFY(RunChecks::writeAudio(m_tree + u"/Drums/Kicks/Kick 01.wav"_qs,
+                                      {Segment::sine(-12, 3)}));
+        QVERIFY(RunChecks::writeAudio(m_tree + u"/Drums/Loop.aiff"_qs, {Segment::noise(-30, 4)}));
+        QVERIFY(RunChecks::writeAudio(m_tree + u"/Voice/Line 1.mp3"_qs,
+                                      {Segment::sine(-25, 4, 300)}, 44100));
         QVERIFY(
-            !write(QStringLiteral("Drums/Kicks/Kick 01.wav"), {Segment::sine(-12, 3)}).isEmpty());
-        QVERIFY(!write(QStringLiteral("Drums/Loop.aiff"), {Segment::noise(-30, 4)}).isEmpty());
-        QVERIFY(!write(QStringLiteral("Voice/Line 1.mp3"), {Segment::sine(-25, 4, 300)}, 44100)
-                     .isEmpty());
-        QFile broken(m_tree + QStringLiteral("/broken.wav"));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("not audio at all");
+            RunChecks::writeAudio(m_dir.filePath(u"Solo/take.wav"_qs), {Segment::noise(-20, 1)}));
+        QFile broken(m_tree + u"/broken.wav"_qs);
+        QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("not audio at all") > 0);
         broken.close();
-        QFile notes(m_tree + QStringLiteral("/Voice/notes.txt"));
+        QFile notes(m_tree + u"/Voice/notes.txt"_qs);
         QVERIFY(notes.open(QIODevice::WriteOnly));
-        notes.close();
-        for (const QString &file : filesBelow(m_tree))
-            m_digests.insert(m_tree + u'/' + file, digest(m_tree + u'/' + file));
+        m_sources = RunChecks::snapshot(m_tree);
+        // Whatever a run leaves in the temporary folder is found there.
+        QVERIFY(QDir().mkpath(m_dir.filePath(u"tmp"_qs)));
+        qputenv("TMPDIR", QFile::encodeName(m_dir.filePath(u"tmp"_qs)));
     }
 
-    void cleanup() { checkSourcesUntouched(); }
-
-    void jsonRunWritesEveryFileAndTheReport()
+    // Every run leaves the sources as they were and nothing in the temporary folder.
+    void cleanup()
     {
-        const QString out = m_dir.filePath(QStringLiteral("json-out"));
-        const Run result =
-            run({QStringLiteral("--json"), QStringLiteral("-o"), out, QStringLiteral("--preset"),
-                 QStringLiteral("podcast"), QStringLiteral("--report"),
-                 out + QStringLiteral("/report.csv"), m_tree});
-        QCOMPARE(result.status, 1); // broken.wav failed
-        QMap<QString, QJsonObject> byPath;
-        for (const QString &line : result.out.split(u'\n', Qt::SkipEmptyParts)) {
-            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-            byPath.insert(object.value(QStringLiteral("relativePath")).toString(), object);
+        QCOMPARE(RunChecks::changedSince(m_sources), QStringList());
+        QCOMPARE(QDir(m_dir.filePath(u"tmp"_qs)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList());
+    }
+
+    // What a run prints, says and writes, by its command line (TREE, SOLO and OUT
+    // stand for the test's folders).
+    void runs_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("printed"); // lines among those of standard output
+        QTest::addColumn<int>("lines");       // -1: any number
+        QTest::addColumn<QString>("said");    // on standard error; empty: nothing at all
+        QTest::addColumn<QString>("written"); // below OUT; none: OUT is not made
+        const QString text =
+            u" --no-normalize --format wav --bit-depth 16 --prefix LUFS_ -o OUT TREE"_qs;
+        const QString converted =
+            u"Drums/Kicks/LUFS_Kick 01.wav\nDrums/LUFS_Loop.wav\nVoice/LUFS_Line 1.wav"_qs;
+        // The import notice, one line per file, the summary; no progress bar without a terminal.
+        QTest::newRow("in English")
+            << u"--language en"_qs + text << 1
+            << u"4 added\nProcessing Complete\n4 files processed\n3 converted\n1 failed"_qs << 9
+            << QString() << converted;
+        QTest::newRow("in Russian")
+            << u"--language ru"_qs + text << 1
+            << u"4 файла добавлены\nОбработка завершена\n4 файла обработаны\n"
+               "3 файла сконвертированы\n1 файл с ошибкой"_qs
+            << 9 << QString() << converted;
+        QTest::newRow("analyze only")
+            << u"--analyze-only -o OUT TREE/Drums"_qs << 0 << u"Kicks/Kick 01.wav \u2014 "_qs << 3
+            << QString() << QString();
+        QTest::newRow("a path that is not there")
+            << u"-o OUT SOLO SOLO/nothing.wav"_qs << 1 << QString() << -1
+            << L::text(L::CliNoSuchPath, u"SOLO/nothing.wav"_qs) << u"take.wav"_qs;
+        // A prefix names files and cannot hide them.
+        QTest::newRow("a prefix of dots")
+            << u"--prefix .. -o OUT SOLO"_qs << 0 << QString() << -1 << QString() << u"take.wav"_qs;
+        QTest::newRow("output among the sources")
+            << u"-o SOLO/normalized SOLO"_qs << 0 << QString() << -1 << L::text(L::WarnInsideSource)
+            << QString();
+        QTest::newRow("help") << u"--help"_qs << 0 << QString() << -1 << QString() << QString();
+        QTest::newRow("version") << u"--version"_qs << 0 << QString() << 1 << QString()
+                                 << QString();
+        for (const auto &[tag, command, said] :
+             {std::tuple{"no output folder", u"TREE"_qs, u"--output"_qs},
+              {"unknown format", u"-o OUT --format flac TREE"_qs, u"--format"_qs},
+              {"target out of range", u"-o OUT --target -3 TREE"_qs, u"--target"_qs},
+              {"unknown option", u"--frobnicate TREE"_qs, u"frobnicate"_qs},
+              {"no jobs", u"-o OUT --jobs 0 TREE"_qs, u"--jobs"_qs},
+              {"too many jobs", u"-o OUT --jobs 65 TREE"_qs, u"--jobs"_qs},
+              {"no paths", u"-o OUT"_qs, L::text(L::CliNeedsPaths)},
+              {"nothing importable", u"-o OUT TREE/Voice/notes.txt"_qs,
+               L::text(L::CliNothingImported)}})
+            QTest::newRow(tag) << command << 2 << QString() << -1 << said << QString();
+    }
+
+    void runs()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, status);
+        QFETCH(QString, printed);
+        QFETCH(int, lines);
+        QFETCH(QString, said);
+        QFETCH(QString, written);
+        const QString out = m_dir.filePath(QLatin1StringView(QTest::currentDataTag()));
+        const RunChecks::CliRun result = run(command.split(u' '), out);
+        QCOMPARE(result.status, status);
+        const QString stdOut = QString::fromUtf8(result.out);
+        const QStringList shown = stdOut.split(u'\n', Qt::SkipEmptyParts);
+        for (const QString &expected : printed.split(u'\n', Qt::SkipEmptyParts))
+            QVERIFY2(shown.filter(expected).size() == 1, qPrintable(expected + u'\n' + stdOut));
+        QVERIFY2(lines < 0 || shown.size() == lines, qPrintable(stdOut));
+        said.replace(u"SOLO"_qs, m_dir.filePath(u"Solo"_qs));
+        QVERIFY2(said.isEmpty() ? result.err.isEmpty() : result.err.contains(said),
+                 qPrintable(result.err));
+        QCOMPARE(filesBelow(out), written.split(u'\n', Qt::SkipEmptyParts));
+        QCOMPARE(QFileInfo::exists(out), !written.isEmpty());
+    }
+
+    // One JSON line per file, the report beside it, both as written on disk.
+    void jsonAndReport()
+    {
+        const QString out = m_dir.filePath(u"json"_qs);
+        const RunChecks::CliRun json =
+            run({u"--json"_qs, u"--preset"_qs, u"podcast"_qs, u"-o"_qs, u"OUT"_qs, u"--report"_qs,
+                 u"OUT/report.csv"_qs, u"TREE"_qs},
+                out);
+        QCOMPARE(json.status, 1); // broken.wav failed
+        const auto printed = RunChecks::printedBy(json.out, u"relativePath"_qs);
+        const QStringList written{u"Drums/Kicks/Kick 01.wav"_qs, u"Drums/Loop.aiff"_qs,
+                                  u"Voice/Line 1.mp3"_qs};
+        QCOMPARE(printed.keys(), written + QStringList{u"broken.wav"_qs});
+        QCOMPARE(filesBelow(out), QStringList(written) << u"report.csv"_qs);
+        for (const QString &file : written) {
+            const QJsonObject entry = printed.value(file);
+            QCOMPARE(entry.value(u"status").toString(), u"done"_qs);
+            QCOMPARE(entry.value(u"output").toString(), out + u'/' + file);
+            QVERIFY(entry.value(u"message").isNull());
+            const QJsonObject result = entry.value(u"result").toObject();
+            QCOMPARE(result.value(u"outcome").toString(), u"Success"_qs);
+            QCOMPARE(result.value(u"finalLUFS").toDouble(), -16.0);
         }
-        QCOMPARE(byPath.keys(),
-                 (QStringList{QStringLiteral("Drums/Kicks/Kick 01.wav"),
-                              QStringLiteral("Drums/Loop.aiff"), QStringLiteral("Voice/Line 1.mp3"),
-                              QStringLiteral("broken.wav")}));
-
-        const QJsonObject kick = byPath.value(QStringLiteral("Drums/Kicks/Kick 01.wav"));
-        QCOMPARE(kick.value(QStringLiteral("status")).toString(), QStringLiteral("done"));
-        QCOMPARE(kick.value(QStringLiteral("output")).toString(),
-                 out + QStringLiteral("/Drums/Kicks/Kick 01.wav"));
-        QVERIFY(kick.value(QStringLiteral("message")).isNull());
-        const QJsonObject kickResult = kick.value(QStringLiteral("result")).toObject();
-        QCOMPARE(kickResult.value(QStringLiteral("outcome")).toString(), QStringLiteral("Success"));
-        QCOMPARE(kickResult.value(QStringLiteral("finalLUFS")).toDouble(), -16.0);
-        QVERIFY(qAbs(kick.value(QStringLiteral("measurement"))
-                         .toObject()
-                         .value(QStringLiteral("inputI"))
-                         .toDouble() -
-                     -12.0) < 0.5);
-
-        const QJsonObject broken = byPath.value(QStringLiteral("broken.wav"));
-        QCOMPARE(broken.value(QStringLiteral("status")).toString(), QStringLiteral("failed"));
-        QVERIFY(broken.value(QStringLiteral("measurement")).isNull());
-        QVERIFY(broken.value(QStringLiteral("output")).isNull());
-        QVERIFY(broken.value(QStringLiteral("message"))
-                    .toString()
-                    .contains(QStringLiteral("broken.wav")));
-        QVERIFY(!broken.value(QStringLiteral("errorDetails")).toString().isEmpty());
-
-        QCOMPARE(filesBelow(out),
-                 (QStringList{QStringLiteral("Drums/Kicks/Kick 01.wav"),
-                              QStringLiteral("Drums/Loop.aiff"), QStringLiteral("Voice/Line 1.mp3"),
-                              QStringLiteral("report.csv")}));
-        QFile report(out + QStringLiteral("/report.csv"));
-        QVERIFY(report.open(QIODevice::ReadOnly));
-        const QByteArray csv = report.readAll();
-        QCOMPARE(csv.count("\r\n"), 5);
-        QVERIFY(csv.contains("broken.wav,broken.wav,,,,,Failed\r\n"));
-    }
-
-    void textRunInEitherLanguage_data()
-    {
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QStringList>("expectedLines");
-        QTest::newRow("en") << "en"
-                            << QStringList{
-                                   QStringLiteral("4 added"), QStringLiteral("Processing Complete"),
-                                   QStringLiteral("4 files processed"),
-                                   QStringLiteral("3 converted"), QStringLiteral("1 failed")};
-        QTest::newRow("ru") << "ru"
-                            << QStringList{QStringLiteral("4 файла добавлены"),
-                                           QStringLiteral("Обработка завершена"),
-                                           QStringLiteral("4 файла обработаны"),
-                                           QStringLiteral("3 файла сконвертированы"),
-                                           QStringLiteral("1 файл с ошибкой")};
-    }
-
-    void textRunInEitherLanguage()
-    {
-        QFETCH(QString, language);
-        QFETCH(QStringList, expectedLines);
-        const QString out = m_dir.filePath(QStringLiteral("text-") + language);
-        const Run result =
-            run({QStringLiteral("--language"), language, QStringLiteral("--no-normalize"),
-                 QStringLiteral("--format"), QStringLiteral("wav"), QStringLiteral("--bit-depth"),
-                 QStringLiteral("16"), QStringLiteral("--prefix"), QStringLiteral("LUFS_"),
-                 QStringLiteral("-o"), out, m_tree});
-        QCOMPARE(result.status, 1);
-        const QStringList lines = result.out.split(u'\n', Qt::SkipEmptyParts);
-        for (const QString &expected : expectedLines)
-            QVERIFY2(lines.contains(expected), qPrintable(result.out));
-        QCOMPARE(lines.size(), 1 + 4 + expectedLines.size() - 1); // notice, one per file, summary
-        QVERIFY(QFile::exists(out + QStringLiteral("/Voice/LUFS_Line 1.wav")));
-        QVERIFY(result.err.isEmpty()); // no terminal: no progress bar
-    }
-
-    void analyzeOnlyWritesNothing()
-    {
-        const Run result =
-            run({QStringLiteral("--analyze-only"), QStringLiteral("-o"),
-                 m_dir.filePath(QStringLiteral("never")), m_tree + QStringLiteral("/Drums")});
-        QCOMPARE(result.status, 0);
-        QVERIFY(result.out.contains(QStringLiteral("Kicks/Kick 01.wav \u2014 ")));
-        QVERIFY(!QFileInfo::exists(m_dir.filePath(QStringLiteral("never"))));
-    }
-
-    void usageErrors_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("named");
-        QTest::newRow("no output folder") << QStringList{m_tree} << "--output";
-        QTest::newRow("unknown format")
-            << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x"),
-                           QStringLiteral("--format"), QStringLiteral("flac"), m_tree}
-            << "--format";
-        QTest::newRow("target out of range")
-            << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x"),
-                           QStringLiteral("--target"), QStringLiteral("-3"), m_tree}
-            << "--target";
-        QTest::newRow("unknown option")
-            << QStringList{QStringLiteral("--frobnicate"), m_tree} << "frobnicate";
-        QTest::newRow("no jobs") << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x"),
-                                                QStringLiteral("--jobs"), QStringLiteral("0"),
-                                                m_tree}
-                                 << "--jobs";
-        QTest::newRow("too many jobs")
-            << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x"), QStringLiteral("--jobs"),
-                           QStringLiteral("65"), m_tree}
-            << "--jobs";
-        QTest::newRow("no paths") << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x")}
-                                  << "no files";
-        QTest::newRow("nothing importable")
-            << QStringList{QStringLiteral("-o"), QStringLiteral("/tmp/x"),
-                           m_tree + QStringLiteral("/Voice/notes.txt")}
-            << "nothing to do";
-    }
-
-    void usageErrors()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, named);
-        const Run result = run(arguments);
-        QCOMPARE(result.status, 2);
-        QVERIFY2(result.err.contains(named), qPrintable(result.err));
-        QVERIFY(!QFileInfo::exists(QStringLiteral("/tmp/x/broken.wav")));
+        const QJsonObject kick = printed.value(written[0]);
+        QVERIFY(qAbs(kick[u"measurement"][u"inputI"].toDouble() + 12) < 0.5);
+        const QJsonObject broken = printed.value(u"broken.wav"_qs);
+        QCOMPARE(broken.value(u"status").toString(), u"failed"_qs);
+        QVERIFY(broken.value(u"measurement").isNull() && broken.value(u"output").isNull());
+        QVERIFY(broken.value(u"message").toString().contains(u"broken.wav"_qs));
+        QVERIFY(!broken.value(u"errorDetails").toString().isEmpty());
+        RunChecks::checkReport(out + u"/report.csv"_qs, printed);
     }
 
     // The same command again, told to skip what is there, writes only what the
@@ -238,99 +174,46 @@ private Q_SLOTS:
     // (only its hidden part file is left). A third time it writes nothing.
     void skipExistingWritesOnlyWhatIsMissing()
     {
-        const QString out = m_dir.filePath(QStringLiteral("resumed"));
-        const QStringList command{QStringLiteral("--language"), QStringLiteral("en"),
-                                  QStringLiteral("-o"), out, m_tree};
-        const QStringList written{QStringLiteral("Drums/Kicks/Kick 01.wav"),
-                                  QStringLiteral("Drums/Loop.aiff"),
-                                  QStringLiteral("Voice/Line 1.mp3")};
-        QCOMPARE(run(QStringList{QStringLiteral("--jobs"), QStringLiteral("1")} + command).status,
-                 1);
+        const QString out = m_dir.filePath(u"resumed"_qs);
+        const QStringList command{u"--language"_qs, u"en"_qs, u"-o"_qs, out, m_tree};
+        const QStringList written{u"Drums/Kicks/Kick 01.wav"_qs, u"Drums/Loop.aiff"_qs,
+                                  u"Voice/Line 1.mp3"_qs};
+        QCOMPARE(run(QStringList{u"--jobs"_qs, u"1"_qs} + command).status, 1);
         QCOMPARE(filesBelow(out), written);
-        const QString kick = out + QStringLiteral("/Drums/Kicks/Kick 01.wav");
-        const QByteArray kickDigest = digest(kick);
-        QVERIFY(QFile::remove(out + QStringLiteral("/Drums/Loop.aiff")));
-        QVERIFY(QFile::rename(out + QStringLiteral("/Voice/Line 1.mp3"),
-                              out + QStringLiteral("/Voice/.tbpart-1-0-0-Line 1.mp3")));
+        const QString kick = out + u"/Drums/Kicks/Kick 01.wav"_qs;
+        const QByteArray kickDigest = RunChecks::digest(kick);
+        QVERIFY(QFile::remove(out + u"/Drums/Loop.aiff"_qs));
+        QVERIFY(QFile::rename(out + u"/Voice/Line 1.mp3"_qs,
+                              out + u"/Voice/.tbpart-1-0-0-Line 1.mp3"_qs));
         const auto outputs = [&out] {
-            QStringList files = filesBelow(out);
-            files.removeIf([](const QString &file) { return file.contains(u"/.tbpart-"); });
-            return files;
+            return filesBelow(out).filter(QRegularExpression(u"^(?!.*/\\.tbpart-)"_qs));
         };
 
-        const Run resumed = run(QStringList{QStringLiteral("--skip-existing")} + command);
+        const RunChecks::CliRun resumed = run(QStringList{u"--skip-existing"_qs} + command);
         QCOMPARE(resumed.status, 1); // broken.wav fails again
         QCOMPARE(outputs(), written);
-        QCOMPARE(digest(kick), kickDigest);
-        const QStringList lines = resumed.out.split(u'\n', Qt::SkipEmptyParts);
-        QVERIFY2(lines.contains(
-                     QStringLiteral("Kick 01.wav \u2014 Skipped \u2014 Already written: ") + kick),
-                 qPrintable(resumed.out));
-        QVERIFY2(lines.contains(QStringLiteral("3 files processed")), qPrintable(resumed.out));
-        QVERIFY2(lines.contains(QStringLiteral("1 file skipped: already written")),
-                 qPrintable(resumed.out));
+        QCOMPARE(RunChecks::digest(kick), kickDigest);
+        const QStringList lines = QString::fromUtf8(resumed.out).split(u'\n');
+        for (const QString &line :
+             QStringList{u"Kick 01.wav \u2014 Skipped \u2014 Already written: "_qs + kick,
+                         u"3 files processed"_qs, u"1 file skipped: already written"_qs})
+            QVERIFY2(lines.contains(line), resumed.out.constData());
 
-        const QString report = m_dir.filePath(QStringLiteral("resumed.csv"));
-        const Run again =
-            run(QStringList{QStringLiteral("--skip-existing"), QStringLiteral("--json"),
-                            QStringLiteral("--report"), report} +
-                command);
+        const QString report = m_dir.filePath(u"resumed.csv"_qs);
+        const RunChecks::CliRun again =
+            run(QStringList{u"--skip-existing"_qs, u"--json"_qs, u"--report"_qs, report} + command);
         QCOMPARE(again.status, 1);
         QCOMPARE(outputs(), written);
-        QFile csvFile(report);
-        QVERIFY(csvFile.open(QIODevice::ReadOnly));
-        const QString csv = QString::fromUtf8(csvFile.readAll());
+        const auto printed = RunChecks::printedBy(again.out, u"relativePath"_qs);
         QStringList skipped;
-        for (const QString &line : again.out.split(u'\n', Qt::SkipEmptyParts)) {
-            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-            const QString relative = object.value(QStringLiteral("relativePath")).toString();
-            const QJsonObject result = object.value(QStringLiteral("result")).toObject();
-            // The report's row says the same, figures empty as nothing was measured or written.
-            QVERIFY2(
-                csv.contains(QStringLiteral("%1,%2,,,,,%3\r\n")
-                                 .arg(result.value(QStringLiteral("sourceFileName")).toString(),
-                                      result.value(QStringLiteral("outputFileName")).toString(),
-                                      result.value(QStringLiteral("outcome")).toString())),
-                qPrintable(line));
-            if (object.value(QStringLiteral("status")).toString() != u"skipped")
-                continue;
-            skipped.append(relative);
-            QCOMPARE(object.value(QStringLiteral("output")).toString(), out + u'/' + relative);
-            QCOMPARE(result.value(QStringLiteral("outcome")).toString(), QStringLiteral("Skipped"));
-        }
-        skipped.sort();
+        for (const QJsonObject &entry : printed)
+            if (entry.value(u"status").toString() == u"skipped") {
+                skipped.append(entry.value(u"relativePath").toString());
+                QCOMPARE(entry.value(u"output").toString(), out + u'/' + skipped.last());
+                QCOMPARE(entry[u"result"][u"outcome"].toString(), u"Skipped"_qs);
+            }
         QCOMPARE(skipped, written);
-    }
-
-    void interruptStopsEverythingCleanly()
-    {
-        const QString long1 = write(QStringLiteral("Long/a.wav"), {Segment::noise(-20, 120)});
-        const QString long2 = write(QStringLiteral("Long/b.wav"), {Segment::noise(-22, 120)});
-        QVERIFY(!long1.isEmpty() && !long2.isEmpty());
-        const QString out = m_dir.filePath(QStringLiteral("interrupted"));
-        QProcess process;
-        process.start(cli(), {QStringLiteral("--format"), QStringLiteral("mp3"),
-                              QStringLiteral("-o"), out, m_tree + QStringLiteral("/Long")});
-        QVERIFY(process.waitForStarted());
-        // Wait until ffmpeg is writing a hidden file, then press Ctrl-C.
-        QElapsedTimer waited;
-        waited.start();
-        while (!filesBelow(out).join(u' ').contains(QStringLiteral(".tbpart-")) &&
-               waited.elapsed() < 60000)
-            QTest::qWait(20);
-        QVERIFY2(waited.elapsed() < 60000, "processing never started");
-        ::kill(static_cast<pid_t>(process.processId()), SIGINT);
-        QVERIFY(process.waitForFinished(10000));
-        QCOMPARE(process.exitCode(), 130);
-        const QString printed = QString::fromUtf8(process.readAllStandardOutput());
-        QVERIFY2(!printed.contains(QStringLiteral("Processing Complete")), qPrintable(printed));
-        QVERIFY2(filesBelow(out).filter(QStringLiteral(".tbpart-")).isEmpty(),
-                 qPrintable(filesBelow(out).join(u',')));
-        QCOMPARE(RunChecks::ffmpegProcessesMentioning(out), 0);
-        m_digests.insert(long1, digest(long1)); // unchanged from here on, too
-        QFile::remove(long1);
-        QFile::remove(long2);
-        m_digests.remove(long1);
+        RunChecks::checkReport(report, printed);
     }
 };
 

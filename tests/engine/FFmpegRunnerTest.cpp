@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The runner, with the shell standing in for ffmpeg.
 #include "engine/FFmpegRunner.h"
 
 #include "TestEnvironment.h"
@@ -7,31 +9,22 @@
 #include "model/StandardPath.h"
 
 #include <QElapsedTimer>
-#include <QFile>
-#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
 #include <future>
 #include <sys/resource.h>
-#include <thread>
 
 using namespace std::chrono_literals;
 
 namespace {
 
-FFmpegRunner helperRunner()
+FFmpegResult runScript(const QString &script, const CancellationToken &token = {},
+                       const QStringList &arguments = {})
 {
-    return FFmpegRunner(QStringLiteral(TONBROOK_RUNNER_HELPER));
-}
-
-QStringList args(std::initializer_list<const char *> items)
-{
-    QStringList list;
-    for (const char *item : items)
-        list.append(QString::fromUtf8(item));
-    return list;
+    return FFmpegRunner(u"/bin/sh"_qs)
+        .run(QStringList{u"-c"_qs, script, u"sh"_qs} + arguments, token);
 }
 
 // The nice value of our one child (field 19 of its /proc stat line), or
@@ -39,10 +32,8 @@ QStringList args(std::initializer_list<const char *> items)
 std::optional<int> childNiceValue()
 {
     const QList<qint64> children = TestEnvironment::childProcessIds();
-    if (children.size() != 1)
-        return std::nullopt;
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(children.first()));
-    if (!stat.open(QIODevice::ReadOnly))
+    QFile stat(u"/proc/%1/stat"_qs.arg(children.value(0)));
+    if (children.size() != 1 || !stat.open(QIODevice::ReadOnly))
         return std::nullopt;
     // The name in parentheses may hold spaces; fields 3 onwards follow it.
     const QByteArray line = stat.readAll();
@@ -57,222 +48,144 @@ class FFmpegRunnerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup()
+    // Every run reaps its child, whatever happened to it.
+    void cleanup() { QCOMPARE(TestEnvironment::childProcessIds(), QList<qint64>()); }
+
+    // What the child printed and its status come back as they were, whatever their size.
+    void results_data()
     {
-        // Every run reaps its child, whatever happened to it.
-        QCOMPARE(TestEnvironment::childProcessIds(), QList<qint64>());
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("out");
+        QTest::addColumn<QString>("err");
+        QTest::newRow("status 255") << u"printf out; printf err >&2; exit 255"_qs << QStringList()
+                                    << 255 << QByteArray("out") << u"err"_qs;
+        // Megabytes of standard error while standard output stays open do not stall.
+        QTest::newRow("8 MB of standard error")
+            << u"head -c 8388608 /dev/zero | tr '\\0' e >&2"_qs << QStringList() << 0
+            << QByteArray() << QString(8 << 20, u'e');
+        // ffmpeg echoes the input's name, which need not be UTF-8: its bytes are kept.
+        QTest::newRow("bytes that are not UTF-8")
+            << u"printf 'ok\\377\\376\\303'; printf '\\303\\251' >&2"_qs << QStringList() << 0
+            << QByteArray("ok\xff\xfe\xc3") << u"\u00e9"_qs;
+        const QStringList awkward{u"/tmp/My Songs/Kick 01.wav"_qs,
+                                  u"quote\"d 'single'"_qs,
+                                  u"Тишина \u00fc \U0001F3B5.wav"_qs,
+                                  u"-leading-dash"_qs,
+                                  u"$HOME;|&*"_qs,
+                                  QString(),
+                                  u"line\nbreak"_qs};
+        QTest::newRow("arguments unchanged")
+            << u"printf '%s\\0' \"$@\""_qs << awkward << 0
+            << QString(awkward.join(QChar(0)) + QChar(0)).toUtf8() << QString();
+        // ffmpeg watches standard input for keys: it must not read the terminal.
+        QTest::newRow("standard input is the null device")
+            << u"readlink /proc/self/fd/0"_qs << QStringList() << 0 << QByteArray("/dev/null\n")
+            << QString();
+        QTest::newRow("output closed early, still waited for")
+            << u"exec >&- 2>&-; sleep 0.15; exit 7"_qs << QStringList() << 7 << QByteArray()
+            << QString();
     }
 
-    void absentBinaryThrowsBeforeStarting()
+    void results()
     {
-        const FFmpegRunner runner(std::nullopt);
-        const CancellationToken token;
-        try {
-            runner.run(args({"-version"}), token);
-            QFAIL("expected binaryNotFound");
-        } catch (const FFmpegError &error) {
-            QCOMPARE(error.kind(), FFmpegError::Kind::BinaryNotFound);
-        }
+        QFETCH(QString, script);
+        QFETCH(QStringList, arguments);
+        QFETCH(int, exitCode);
+        QFETCH(QByteArray, out);
+        QFETCH(QString, err);
+        const FFmpegResult result = runScript(script, {}, arguments);
+        QCOMPARE(result.exitCode, exitCode);
+        QCOMPARE(encodedPath(result.standardOutput), out);
+        QCOMPARE(result.standardError, err);
     }
 
-    void launchFailureCarriesSystemWording_data()
+    void launchFailures_data()
     {
-        QTest::addColumn<QByteArray>("contents");
+        QTest::addColumn<QByteArray>("contents"); // empty: no file at all
         QTest::addColumn<bool>("executable");
-        QTest::addColumn<bool>("create");
         QTest::addColumn<QString>("expected");
-
-        QTest::newRow("missing") << QByteArray() << false << false
-                                 << QStringLiteral("No such file or directory");
+        QTest::newRow("missing") << QByteArray() << false << u"No such file or directory"_qs;
         QTest::newRow("not executable")
-            << QByteArray("#!/bin/sh\n") << false << true << QStringLiteral("Permission denied");
+            << QByteArray("#!/bin/sh\n") << false << u"Permission denied"_qs;
         QTest::newRow("not a program")
-            << QByteArray("plain text\n") << true << true << QStringLiteral("Exec format error");
+            << QByteArray("plain text\n") << true << u"Exec format error"_qs;
+        QTest::newRow("no binary at all") << QByteArray() << false << QString();
     }
 
-    void launchFailureCarriesSystemWording()
+    // A program that cannot be started says why in the system's words; none at all is a kind of its
+    // own.
+    void launchFailures()
     {
         QFETCH(QByteArray, contents);
         QFETCH(bool, executable);
-        QFETCH(bool, create);
         QFETCH(QString, expected);
-
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("ffmpeg"));
-        if (create) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(contents);
-            file.close();
-            QVERIFY(file.setPermissions(executable ? QFile::ReadOwner | QFile::ExeOwner
-                                                   : QFile::ReadOwner | QFile::WriteOwner));
-        }
-        const FFmpegRunner runner(path);
-        const CancellationToken token;
+        QFile file(dir.filePath(u"ffmpeg"_qs));
+        QVERIFY(contents.isEmpty() ||
+                (file.open(QIODevice::WriteOnly) && file.write(contents) > 0));
+        file.close();
+        QVERIFY(contents.isEmpty() ||
+                file.setPermissions(QFile::ReadOwner |
+                                    (executable ? QFile::ExeOwner : QFile::WriteOwner)));
+        const FFmpegRunner runner(expected.isEmpty() ? std::nullopt
+                                                     : std::optional(file.fileName()));
         try {
-            runner.run({}, token);
-            QFAIL("expected launchFailed");
+            runner.run({}, {});
+            QFAIL("started");
         } catch (const FFmpegError &error) {
-            QCOMPARE(error.kind(), FFmpegError::Kind::LaunchFailed);
+            QCOMPARE(error.kind(), expected.isEmpty() ? FFmpegError::Kind::BinaryNotFound
+                                                      : FFmpegError::Kind::LaunchFailed);
             QCOMPARE(error.systemDescription(), expected);
         }
     }
 
-    void exitStatusIsAResultNotAnError_data()
+    // A set token ends the child within a poll interval or so, at any moment of
+    // its run. The child gives way to the desktop: ten steps nicer than we are.
+    void cancelling_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::newRow("0") << 0;
-        QTest::newRow("1") << 1;
-        QTest::newRow("255") << 255;
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<bool>("setBefore");
+        QTest::newRow("before the run") << u"exec sleep 10"_qs << true;
+        QTest::newRow("while it runs") << u"exec sleep 10"_qs << false;
+        QTest::newRow("after it closed its output") << u"exec >&- 2>&-; exec sleep 10"_qs << false;
     }
 
-    void exitStatusIsAResultNotAnError()
+    void cancelling()
     {
-        QFETCH(int, status);
-        const CancellationToken token;
-        const FFmpegResult result = helperRunner().run(
-            {QStringLiteral("stdout"), QStringLiteral("out"), QStringLiteral("stderr"),
-             QStringLiteral("err"), QStringLiteral("exit"), QString::number(status)},
-            token);
-        QCOMPARE(result, (FFmpegResult{status, QStringLiteral("out"), QStringLiteral("err")}));
-    }
-
-    void megabytesOfStandardErrorDoNotStall()
-    {
-        const CancellationToken token;
-        constexpr int size = 8 * 1024 * 1024;
-        const FFmpegResult result =
-            helperRunner().run({QStringLiteral("stderr-bytes"), QString::number(size)}, token);
-        QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.standardOutput.isEmpty());
-        QCOMPARE(result.standardError.size(), size);
-        QCOMPARE(result.standardError.count(u'e'), size);
-    }
-
-    // ffmpeg echoes the input's name, and a name need not be UTF-8: its bytes
-    // are kept (as in paths), so the measurement after it can still be read.
-    void bytesThatAreNotUtf8AreKept()
-    {
-        const CancellationToken token;
-        const FFmpegResult result =
-            helperRunner().run({QStringLiteral("stdout-invalid-utf8"), QStringLiteral("stderr"),
-                                QStringLiteral("intact \u00e9")},
-                               token);
-        QCOMPARE(result.exitCode, 0);
-        QCOMPARE(encodedPath(result.standardOutput), QByteArray("ok\xff\xfe\xc3"));
-        QCOMPARE(result.standardError, QStringLiteral("intact \u00e9"));
-    }
-
-    void argumentsReachTheChildUnchanged()
-    {
-        const QStringList passed{QStringLiteral("/tmp/My Songs/Kick 01.wav"),
-                                 QStringLiteral("quote\"d 'single'"),
-                                 QStringLiteral("Тишина \u00fc \U0001F3B5.wav"),
-                                 QStringLiteral("-leading-dash"),
-                                 QStringLiteral("$HOME;|&*"),
-                                 QString(),
-                                 QStringLiteral("line\nbreak")};
-        const CancellationToken token;
-        const FFmpegResult result =
-            helperRunner().run(QStringList{QStringLiteral("echo-args")} + passed, token);
-        QCOMPARE(result.exitCode, 0);
-        QStringList received = result.standardOutput.split(QChar(0));
-        QCOMPARE(received.takeLast(), QString()); // after the last terminator
-        QCOMPARE(received, passed);
-    }
-
-    void standardInputIsTheNullDevice()
-    {
-        const CancellationToken token;
-        const FFmpegResult result = helperRunner().run({QStringLiteral("report-stdin")}, token);
-        QCOMPARE(result.standardOutput, QStringLiteral("stdin=devnull"));
-    }
-
-    void tokenSetBeforeRunStillLaunchesThenTerminates()
-    {
+        QFETCH(QString, script);
+        QFETCH(bool, setBefore);
         CancellationToken token;
-        token.cancel();
-        QElapsedTimer timer;
-        timer.start();
-        const FFmpegResult result =
-            helperRunner().run({QStringLiteral("stdout"), QStringLiteral("started"),
-                                QStringLiteral("sleep"), QStringLiteral("10000")},
-                               token);
-        QVERIFY2(timer.elapsed() < 2000, "the child was not terminated promptly");
-        QCOMPARE(result.exitCode, SIGTERM);
-    }
-
-    void cancellingARunningChildTerminatesIt_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("while writing")
-            << QStringList{QStringLiteral("sleep"), QStringLiteral("10000")};
-        // The child has closed its output but goes on: the token is still watched.
-        QTest::newRow("after closing its output") << QStringList{
-            QStringLiteral("close-output"), QStringLiteral("sleep"), QStringLiteral("10000")};
-    }
-
-    void cancellingARunningChildTerminatesIt()
-    {
-        QFETCH(QStringList, arguments);
-        CancellationToken token;
-        const FFmpegRunner runner = helperRunner();
-        auto run = std::async(std::launch::async, [&] { return runner.run(arguments, token); });
-        std::this_thread::sleep_for(300ms);
-        QVERIFY(run.wait_for(0ms) == std::future_status::timeout);
-
-        QElapsedTimer timer;
-        timer.start();
-        token.cancel();
-        const FFmpegResult result = run.get();
-        // One poll interval plus the child's own exit.
-        QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
-        QCOMPARE(result.exitCode, SIGTERM);
-    }
-
-    // ffmpeg gives way to the desktop: ten steps nicer than we are.
-    void childRunsAtALowerPriority()
-    {
-        const int ours = ::getpriority(PRIO_PROCESS, 0);
-        if (ours + 10 > 19)
-            QSKIP("already at the lowest priority: nothing to tell apart");
-        CancellationToken token;
-        const FFmpegRunner runner = helperRunner();
-        auto run = std::async(std::launch::async, [&] {
-            return runner.run({QStringLiteral("sleep"), QStringLiteral("10000")}, token);
-        });
-        const auto stop = qScopeGuard([&token] { token.cancel(); });
-        QTRY_COMPARE(childNiceValue(), std::optional(ours + 10));
-    }
-
-    void childThatClosesOutputEarlyIsStillWaitedFor()
-    {
-        const CancellationToken token;
-        const FFmpegResult result =
-            helperRunner().run({QStringLiteral("close-output"), QStringLiteral("sleep"),
-                                QStringLiteral("150"), QStringLiteral("exit"), QStringLiteral("7")},
-                               token);
-        QCOMPARE(result.exitCode, 7);
-    }
-
-    void concurrentRunsKeepTheirOwnOutput()
-    {
-        const FFmpegRunner runner = helperRunner();
-        const CancellationToken token;
-        std::vector<std::future<FFmpegResult>> runs;
-        for (int i = 0; i < 6; ++i) {
-            runs.push_back(std::async(std::launch::async, [&runner, &token, i] {
-                return runner.run({QStringLiteral("stdout"), QStringLiteral("run %1").arg(i),
-                                   QStringLiteral("sleep"), QStringLiteral("100"),
-                                   QStringLiteral("stderr-bytes"), QString::number(200000 + i),
-                                   QStringLiteral("exit"), QString::number(i)},
-                                  token);
-            }));
+        if (setBefore)
+            token.cancel();
+        auto run = std::async(std::launch::async, [&] { return runScript(script, token); });
+        if (!setBefore) {
+            const int nicer = std::min(::getpriority(PRIO_PROCESS, 0) + 10, 19);
+            QTRY_COMPARE(childNiceValue(), std::optional(nicer));
+            QVERIFY(run.wait_for(100ms) == std::future_status::timeout);
         }
+        QElapsedTimer timer;
+        timer.start();
+        token.cancel();
+        QCOMPARE(run.get().exitCode, SIGTERM);
+        QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    // Runs side by side keep their own output and status.
+    void concurrentRuns()
+    {
+        std::vector<std::future<FFmpegResult>> runs;
+        for (int i = 0; i < 6; ++i)
+            runs.push_back(std::async(std::launch::async, [i] {
+                return runScript(
+                    u"printf \"run $1\"; sleep 0.1; head -c $((200000 + $1)) /dev/zero >&2; exit $1"_qs,
+                    {}, {QString::number(i)});
+            }));
         for (int i = 0; i < 6; ++i) {
             const FFmpegResult result = runs[i].get();
             QCOMPARE(result.exitCode, i);
-            QCOMPARE(result.standardOutput, QStringLiteral("run %1").arg(i));
+            QCOMPARE(result.standardOutput, u"run %1"_qs.arg(i));
             QCOMPARE(result.standardError.size(), 200000 + i);
         }
     }

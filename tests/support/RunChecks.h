@@ -1,21 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "TestAudio.h"
 #include "TestEnvironment.h"
+#include "model/StandardPath.h"
 
 #include <QCryptographicHash>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMap>
 #include <QProcess>
 
+#include <algorithm>
+#include <cmath>
+#include <csignal>
+#include <memory>
+
 // What every run must leave behind, whatever happened during it: sources as
-// they were, no hidden part files, no ffmpeg still running, no unreaped child.
+// they were, no hidden part files, no ffmpeg still running, no unreaped child;
+// and what a run reports, checked against what is on disk.
 namespace RunChecks {
 
 struct CliRun
 {
-    bool finished = false; // false: killed by the watchdog, or crashed
+    bool finished = false; // false: killed by the bound, or crashed
     int status = -1;
     QByteArray out;
     QString err;
@@ -26,19 +37,27 @@ inline QString cliPath()
     return TestEnvironment::buildBinDirectory() + QStringLiteral("/tonbrook-cli");
 }
 
-// Runs the command line front end; a run that outlives the bound is killed.
-// Unprivileged, a root test runs it as nobody, for whom permission bits count.
-inline CliRun runCli(const QStringList &arguments, int boundMs = 120000,
-                     const QString &program = cliPath(), bool unprivileged = false)
+// Starts the command line front end. Unprivileged, a root test runs it as
+// nobody, for whom permission bits count.
+inline std::unique_ptr<QProcess> startCli(const QStringList &arguments,
+                                          const QString &program = cliPath(),
+                                          bool unprivileged = false)
 {
-    QProcess process;
+    auto process = std::make_unique<QProcess>();
     if (unprivileged && ::geteuid() == 0)
-        process.start(QStandardPaths::findExecutable(QStringLiteral("setpriv")),
-                      QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
-                                  QStringLiteral("--clear-groups"), program} +
-                          arguments);
+        process->start(QStandardPaths::findExecutable(QStringLiteral("setpriv")),
+                       QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
+                                   QStringLiteral("--clear-groups"), program} +
+                           arguments);
     else
-        process.start(program, arguments);
+        process->start(program, arguments);
+    process->waitForStarted();
+    return process;
+}
+
+// Waits for a started run; one that outlives the bound is killed.
+inline CliRun finishCli(QProcess &process, int boundMs = 120000)
+{
     const bool ended = process.waitForFinished(boundMs);
     if (!ended) {
         process.kill();
@@ -46,6 +65,28 @@ inline CliRun runCli(const QStringList &arguments, int boundMs = 120000,
     }
     return {ended && process.exitStatus() == QProcess::NormalExit, process.exitCode(),
             process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
+}
+
+inline CliRun runCli(const QStringList &arguments, int boundMs = 120000,
+                     const QString &program = cliPath(), bool unprivileged = false)
+{
+    return finishCli(*startCli(arguments, program, unprivileged), boundMs);
+}
+
+// A take of the signal in the container the extension names.
+inline bool writeAudio(const QString &path, const std::vector<TestAudio::Segment> &signal,
+                       int rate = 48000, int channels = 2)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    const bool wav = path.endsWith(QStringLiteral(".wav"));
+    const QString source = wav ? path : path + QStringLiteral(".tmp.wav");
+    if (!TestAudio::writeWav(source, rate, channels, signal))
+        return false;
+    if (wav)
+        return true;
+    const QString problem = TestAudio::encode(TestEnvironment::ffmpegPath(), source, path);
+    QFile::remove(source);
+    return problem.isEmpty();
 }
 
 inline QByteArray digest(const QString &path)
@@ -97,36 +138,84 @@ inline QStringList partFilesBelow(const QString &root)
 }
 
 // The bundled ffmpeg's processes whose command line names the given text
-// (a test's own folder), so tests running side by side do not count.
-inline int ffmpegProcessesMentioning(const QString &text)
+// (a test's own folder), so tests running side by side do not count; each
+// is sent the signal, if one is given.
+inline int ffmpegProcessesMentioning(const QString &text, int signal = 0)
 {
     int count = 0;
     const QString ffmpeg = QFileInfo(TestEnvironment::ffmpegPath()).canonicalFilePath();
-    const QStringList pids = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
-    for (const QString &pid : pids) {
-        if (QFileInfo(QStringLiteral("/proc/%1/exe").arg(pid)).canonicalFilePath() != ffmpeg)
-            continue;
+    for (const QString &pid : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
         QFile cmdline(QStringLiteral("/proc/%1/cmdline").arg(pid));
-        if (cmdline.open(QIODevice::ReadOnly) && cmdline.readAll().contains(text.toUtf8()))
+        if (QFileInfo(QStringLiteral("/proc/%1/exe").arg(pid)).canonicalFilePath() == ffmpeg &&
+            cmdline.open(QIODevice::ReadOnly) && cmdline.readAll().contains(text.toUtf8()) &&
+            (signal == 0 || ::kill(pid.toInt(), signal) == 0))
             ++count;
     }
     return count;
 }
 
-// This process's children that have exited and were never reaped.
-inline int zombieChildren()
+// The lines of a --json run, by the value of one of their fields.
+inline QMap<QString, QJsonObject> printedBy(const QByteArray &json, const QString &field)
 {
-    int zombies = 0;
-    for (const qint64 pid : TestEnvironment::childProcessIds()) {
-        QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-        if (!stat.open(QIODevice::ReadOnly))
+    QMap<QString, QJsonObject> printed;
+    for (const QByteArray &line : json.split('\n'))
+        if (!line.trimmed().isEmpty()) {
+            const QJsonObject entry = QJsonDocument::fromJson(line).object();
+            printed.insert(entry.value(field).toString(), entry);
+        }
+    return printed;
+}
+
+// A CSV report as Python's csv module reads it: a reader that shares no code with the writer.
+inline QList<QStringList> csvRows(const QString &path)
+{
+    QProcess reader;
+    reader.start(QStringLiteral("python3"),
+                 {QStringLiteral(TONBROOK_TEST_SOURCE_DIR "/files/read_csv.py"), path});
+    QList<QStringList> rows;
+    if (reader.waitForFinished(30000) && reader.exitCode() == 0)
+        for (const QJsonValue &row :
+             QJsonDocument::fromJson(reader.readAllStandardOutput())[u"rows"].toArray())
+            rows.append(row.toVariant().toStringList());
+    return rows;
+}
+
+// Below its header, the report of a --json run has one row per result printed, with its
+// names, figures and outcome; every output printed is on disk under its result's name.
+inline void checkReport(const QString &report, const QMap<QString, QJsonObject> &printed)
+{
+    QList<QStringList> rows = csvRows(report);
+    QVERIFY2(!rows.isEmpty(), qPrintable(report));
+    rows.removeFirst();
+    for (const QJsonObject &entry : printed) {
+        const QJsonObject result = entry[u"result"].toObject();
+        const QString output = entry[u"output"].toString();
+        const QString outputName = result[u"outputFileName"].toString();
+        QVERIFY2(output.isEmpty() || (::access(encodedPath(output).constData(), F_OK) == 0 &&
+                                      fileNameOf(output) == outputName),
+                 qPrintable(output));
+        const auto same = [&](const QStringList &row) {
+            if (row.size() != 7 || row[6] != result[u"outcome"].toString() ||
+                row[0] != displayedPath(result[u"sourceFileName"].toString()) ||
+                row[1] != displayedPath(outputName))
+                return false;
+            int column = 2;
+            for (const char *key : {"originalLUFS", "finalLUFS", "appliedGain", "truePeak"}) {
+                const QJsonValue value = result[QLatin1StringView(key)];
+                const QString &field = row[column++];
+                if (value.isNull() ? !field.isEmpty()
+                                   : std::abs(field.toDouble() - value.toDouble()) > 0.051)
+                    return false;
+            }
+            return true;
+        };
+        if (result.isEmpty())
             continue;
-        const QByteArray text = stat.readAll();
-        const qsizetype close = text.lastIndexOf(')');
-        if (close > 0 && text.mid(close + 2, 1) == "Z")
-            ++zombies;
+        const auto found = std::find_if(rows.begin(), rows.end(), same);
+        QVERIFY2(found != rows.end(), QJsonDocument(entry).toJson().constData());
+        rows.erase(found);
     }
-    return zombies;
+    QCOMPARE(rows, QList<QStringList>());
 }
 
 } // namespace RunChecks
