@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TestAudio.h"
 
-#include "engine/CancellationToken.h"
-#include "engine/EngineError.h"
-#include "engine/FFmpegRunner.h"
-
 #include <QDataStream>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QtEndian>
 
 #include <algorithm>
@@ -19,48 +16,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Gaussian noise through a 4th-order low-pass at 12 kHz (or 0.4 x the rate),
-// scaled to the wanted RMS. Real material carries little above 20 kHz; white
-// noise at 96 kHz would put half its weighted energy there, which a later
+// Gaussian noise through a 4th-order Butterworth low-pass at 12 kHz (or 0.4 x
+// the rate), scaled to the RMS. Real material carries little above 20 kHz;
+// white noise at 96 kHz would put half its weighted energy there, which a
 // resample to 44.1 kHz removes.
 std::vector<double> bandLimitedNoise(qint64 frames, int rate, double rms, std::mt19937 &random)
 {
     std::normal_distribution<double> gaussian(0.0, 1.0);
     const double k = std::tan(std::numbers::pi * std::min(12000.0, 0.4 * rate) / rate);
-    const double q = std::numbers::sqrt2 / 2;
-    const double b0 = k * k / (1 + k / q + k * k);
-    const double a1 = 2 * (k * k - 1) / (1 + k / q + k * k);
-    const double a2 = (1 - k / q + k * k) / (1 + k / q + k * k);
+    const double norm = 1 + std::numbers::sqrt2 * k + k * k;
+    const double b0 = k * k / norm;
+    const double a1 = 2 * (k * k - 1) / norm;
+    const double a2 = (1 - std::numbers::sqrt2 * k + k * k) / norm;
     std::vector<double> out(static_cast<size_t>(frames));
-    double x1[2] = {}, x2[2] = {}, y1[2] = {}, y2[2] = {};
-    double energy = 0;
+    double x[2][2] = {}, y[2][2] = {}, energy = 0;
     for (double &sample : out) {
         sample = gaussian(random);
         for (int stage = 0; stage < 2; ++stage) {
-            const double x = sample;
-            sample = b0 * (x + 2 * x1[stage] + x2[stage]) - a1 * y1[stage] - a2 * y2[stage];
-            x2[stage] = std::exchange(x1[stage], x);
-            y2[stage] = std::exchange(y1[stage], sample);
+            const double in = std::exchange(sample, b0 * (sample + 2 * x[stage][0] + x[stage][1]) -
+                                                        a1 * y[stage][0] - a2 * y[stage][1]);
+            x[stage][1] = std::exchange(x[stage][0], in);
+            y[stage][1] = std::exchange(y[stage][0], sample);
         }
         energy += sample * sample;
     }
-    const double scale = energy > 0 ? rms / std::sqrt(energy / frames) : 0;
     for (double &sample : out)
-        sample = std::clamp(sample * scale, -1.0, 1.0);
+        sample = std::clamp(sample * rms / std::sqrt(energy / frames), -1.0, 1.0);
     return out;
 }
 
+// ffmpeg's complaint, or empty when it did its work.
 QString runFFmpeg(const QString &ffmpegPath, const QStringList &arguments)
 {
-    try {
-        const FFmpegResult result =
-            FFmpegRunner(ffmpegPath)
-                .run(QStringList{u"-y"_s, u"-hide_banner"_s, u"-nostats"_s} + arguments,
-                     CancellationToken());
-        return result.exitCode == 0 ? QString() : result.standardError;
-    } catch (const EngineError &error) {
-        return error.describe();
-    }
+    QProcess ffmpeg;
+    ffmpeg.start(ffmpegPath, QStringList{u"-y"_s, u"-v"_s, u"error"_s} + arguments);
+    return ffmpeg.waitForFinished(120000) && ffmpeg.exitStatus() == QProcess::NormalExit &&
+                   ffmpeg.exitCode() == 0
+               ? QString()
+               : u"ffmpeg failed: "_s + QString::fromUtf8(ffmpeg.readAllStandardError());
 }
 
 QStringList codecFor(const QString &extension)
@@ -72,17 +65,17 @@ QStringList codecFor(const QString &extension)
     return {u"-c:a"_s, extension == u"wav" ? u"pcm_s16le"_s : u"pcm_s24be"_s};
 }
 
-// An ID3v2.3 tag with one APIC frame: a 1 x 1 PNG as the front cover.
+// An ID3v2.3 tag with one APIC frame: a 1 x 1 PNG as the front cover (Latin-1
+// text, the MIME type, picture type 3, no description). Its size is
+// "synchsafe", seven bits to a byte.
 QByteArray id3WithCover()
 {
-    // Latin-1 text, the MIME type, picture type 3 (front cover), no description.
     const QByteArray body =
         QByteArray("\0image/png\0\3\0", 13) +
         QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDw"
                                "AChwGA60e6kgAAAABJRU5ErkJggg==");
     QByteArray frame = "APIC" + QByteArray(6, '\0') + body;
     qToBigEndian(quint32(body.size()), frame.data() + 4);
-    // The tag's size is "synchsafe": seven bits to a byte.
     const auto n = quint32(frame.size());
     return QByteArray("ID3\3\0\0", 6) + char(n >> 21 & 0x7f) + char(n >> 14 & 0x7f) +
            char(n >> 7 & 0x7f) + char(n & 0x7f) + frame;
@@ -107,13 +100,11 @@ bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
         if (segment.phaseDegrees >= 0)
             phase = segment.phaseDegrees * std::numbers::pi / 180;
         for (qint64 i = 0; i < frames; ++i) {
-            double value = 0;
-            if (segment.kind == Segment::Kind::Noise) {
-                value = noise[static_cast<size_t>(i)];
-            } else if (segment.kind != Segment::Kind::Silence) {
-                value = segment.kind == Segment::Kind::Square
-                            ? (std::sin(phase) >= 0 ? amplitude : -amplitude)
-                            : amplitude * std::sin(phase);
+            double value = segment.kind == Segment::Kind::Noise ? noise[static_cast<size_t>(i)] : 0;
+            if (segment.kind == Segment::Kind::Sine || segment.kind == Segment::Kind::Square) {
+                value = segment.kind == Segment::Kind::Sine ? amplitude * std::sin(phase)
+                        : std::sin(phase) >= 0              ? amplitude
+                                                            : -amplitude;
                 if (fade > 0)
                     value *= std::min({1.0, i / fade, (frames - 1 - i) / fade});
                 phase = std::fmod(phase + 2 * std::numbers::pi * segment.frequency / sampleRate,
@@ -122,17 +113,16 @@ bool TestAudio::writeWav(const QString &path, int sampleRate, int channels,
             samples.insert(samples.end(), channels, static_cast<float>(value));
         }
     }
-
+    // IEEE float: channels, rate, bytes a second and a frame, bits; then the samples.
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
     const auto bytes = static_cast<quint32>(samples.size() * sizeof(float));
     QDataStream header(&file);
     header.setByteOrder(QDataStream::LittleEndian);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
     header.writeRawData("RIFF", 4);
     header << quint32(36 + bytes);
     header.writeRawData("WAVEfmt ", 8);
-    // IEEE float: channels, rate, bytes a second and a frame, bits.
     header << quint32(16) << quint16(3) << quint16(channels) << quint32(sampleRate)
            << quint32(sampleRate * channels * 4) << quint16(channels * 4) << quint16(32);
     header.writeRawData("data", 4);
@@ -149,22 +139,21 @@ QString TestAudio::encode(const QString &ffmpegPath, const QString &wavPath,
     if (!withCover)
         return runFFmpeg(ffmpegPath, QStringList{u"-i"_s, wavPath} + codecFor(extension) +
                                          QStringList{outputPath});
-    // An MP3 with no tag of ffmpeg's, behind ours; an M4A made from that, picture and all.
-    const QString bare = outputPath + u".bare.mp3"_s;
-    const QString tagged = extension == u"mp3" ? outputPath : outputPath + u".tagged.mp3"_s;
+    // LAME's MP3 with no tag of ffmpeg's, behind ours; an M4A made from that.
+    const QString mp3 = extension == u"mp3" ? outputPath : outputPath + u".mp3"_s;
     QString problem = runFFmpeg(ffmpegPath, QStringList{u"-i"_s, wavPath} + codecFor(u"mp3"_s) +
-                                                QStringList{u"-id3v2_version"_s, u"0"_s, bare});
-    QFile in(bare);
-    QFile out(tagged);
-    if (problem.isEmpty() && !(in.open(QIODevice::ReadOnly) && out.open(QIODevice::WriteOnly) &&
-                               out.write(id3WithCover() + in.readAll()) > 0))
-        problem = u"cannot write "_s + tagged;
-    in.remove();
-    out.close();
-    if (problem.isEmpty() && tagged != outputPath) {
-        problem = runFFmpeg(ffmpegPath, QStringList{u"-i"_s, tagged} + codecFor(extension) +
+                                                QStringList{u"-id3v2_version"_s, u"0"_s, mp3});
+    QFile file(mp3);
+    if (problem.isEmpty() && file.open(QIODevice::ReadWrite)) {
+        const QByteArray audio = file.readAll();
+        file.seek(0);
+        file.write(id3WithCover() + audio);
+        file.close();
+    }
+    if (problem.isEmpty() && mp3 != outputPath) {
+        problem = runFFmpeg(ffmpegPath, QStringList{u"-i"_s, mp3} + codecFor(extension) +
                                             QStringList{u"-c:v"_s, u"copy"_s, outputPath});
-        QFile::remove(tagged);
+        QFile::remove(mp3);
     }
     return problem;
 }

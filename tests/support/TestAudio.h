@@ -7,7 +7,6 @@
 
 // Test inputs made on the spot: WAV files of tones, noise and silence at exact
 // levels, and the other formats encoded from them by the bundled ffmpeg.
-// No test reads audio from outside the repository.
 class TestAudio
 {
 public:
@@ -24,18 +23,13 @@ public:
         double levelDBFS = -20; // sine and square: peak; noise: RMS
         double seconds = 1;
         double frequency = 1000;
-        // A sine that starts at this phase (degrees) and fades in and out over
-        // 10 ms, as the true-peak test tones do; negative carries on.
+        // A sine from this phase (degrees) with 10 ms fades, as the true-peak
+        // test tones are; negative carries on from the segment before.
         double phaseDegrees = -1;
 
         static Segment sine(double levelDBFS, double seconds, double frequency = 1000)
         {
             return {Kind::Sine, levelDBFS, seconds, frequency};
-        }
-        static Segment phasedSine(double levelDBFS, double seconds, double frequency,
-                                  double phaseDegrees)
-        {
-            return {Kind::Sine, levelDBFS, seconds, frequency, phaseDegrees};
         }
         static Segment square(double levelDBFS, double seconds, double frequency = 1000)
         {
@@ -43,9 +37,9 @@ public:
         }
         static Segment noise(double levelDBFS, double seconds)
         {
-            return {Kind::Noise, levelDBFS, seconds, 0};
+            return {Kind::Noise, levelDBFS, seconds};
         }
-        static Segment silence(double seconds) { return {Kind::Silence, 0, seconds, 0}; }
+        static Segment silence(double seconds) { return {Kind::Silence, 0, seconds}; }
     };
 
     // 32-bit float WAV with the same signal, in phase, on every channel.
@@ -53,9 +47,9 @@ public:
                          const std::vector<Segment> &segments);
 
     // Encodes a WAV into the container its extension names (aiff, aif, caf,
-    // mp3, m4a, or wav as 16-bit PCM) with the bundled ffmpeg; an MP3 or M4A
-    // may carry a PNG front cover in an ID3 tag, as taggers store album art.
-    // Empty on success, else ffmpeg's complaint.
+    // mp3, m4a, or wav as 16-bit PCM); an MP3 or M4A may carry a PNG front
+    // cover in an ID3 tag, as taggers store album art. Empty on success, else
+    // ffmpeg's complaint.
     static QString encode(const QString &ffmpegPath, const QString &wavPath,
                           const QString &outputPath, bool withCover = false);
 };
