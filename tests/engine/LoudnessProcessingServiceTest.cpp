@@ -4,20 +4,18 @@
 #include "engine/LoudnessProcessingService.h"
 
 #include "FakeFFmpegRunner.h"
+#include "RunChecks.h"
 #include "ScriptedAnalyzer.h"
 #include "TestAudio.h"
-#include "TestEnvironment.h"
 #include "engine/AudioMetadata.h"
 #include "engine/CancellationToken.h"
+#include "engine/FFmpegProgress.h"
+#include "engine/GainFilter.h"
 #include "engine/PartFile.h"
 #include "engine/ProcessingError.h"
 #include "engine/SystemError.h"
-#include "model/FileStamp.h"
 #include "model/StandardPath.h"
 
-#include <QDir>
-#include <QFile>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -26,12 +24,14 @@
 
 namespace {
 
-const LoudnessMeasurement quietFile{-20.5, -8.25, 7.1, -31.0, 0.3};
+using Measurement = LoudnessMeasurement;
+constexpr double inf = std::numeric_limits<double>::infinity();
+const Measurement quietFile{-20.5, -8.25, 7.1, -31.0, 0.3};
 // Too loud a peak for -14 LUFS under -1 dBTP: limited to -18 LUFS.
-const LoudnessMeasurement peakyFile{-20.0, -3.0, 7.1, -31.0, 0.3};
-const LoudnessMeasurement silentFile{-std::numeric_limits<double>::infinity(),
-                                     -std::numeric_limits<double>::infinity(), 0, -70,
-                                     std::numeric_limits<double>::infinity()};
+const Measurement peakyFile{-20.0, -3.0, 7.1, -31.0, 0.3};
+const Measurement silentFile{-inf, -inf, 0, -70, inf};
+const OutputEncoding wav24{QStringLiteral("wav"),
+                           {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}};
 
 QByteArray contents(const QString &path)
 {
@@ -46,26 +46,51 @@ void write(const QString &path, const QByteArray &bytes)
     file.write(bytes);
 }
 
-QStringList temporaryFilesBelow(const QString &folder)
+// The value given to an option; empty when the option is not there.
+QString valueOf(const QStringList &arguments, const QString &option)
 {
-    QStringList found;
-    const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System);
-    for (const QString &name : names)
-        if (name.startsWith(PartFile::prefix))
-            found << name;
-    return found;
+    const qsizetype at = arguments.indexOf(option);
+    return at < 0 ? QString() : arguments.value(at + 1);
 }
 
-ProcessingSettings streamingSettings()
+// Streaming: -14 LUFS under -1 dBTP.
+ProcessingSettings settings(SampleRateMode rate = SampleRateMode::Rate48000, bool normalize = true)
 {
-    ProcessingSettings settings;
-    settings.selectedPreset = *LoudnessPreset::builtIn(u"streaming");
-    settings.sampleRateMode = SampleRateMode::Rate48000;
-    return settings;
+    return {.normalizeLoudness = normalize,
+            .selectedPreset = *LoudnessPreset::builtIn(u"streaming"),
+            .sampleRateMode = rate};
 }
+
+// One processing run that succeeds, and what it gives.
+struct Run
+{
+    QString source = QStringLiteral("Take 1.wav");
+    bool normalize = true;
+    std::optional<Measurement> stored;
+    // What measuring the source finds now.
+    Measurement now = quietFile;
+    SampleRateMode rateMode = SampleRateMode::PreserveOriginal;
+    QString extension = QStringLiteral("wav");
+    // The rate ffmpeg is asked to write.
+    int rate = 44100;
+    ProcessingResult expected;
+};
+
+// One that fails: what happens, what is thrown (described), and how far it got.
+struct Failure
+{
+    QString scenario;
+    QString expected;
+    int ffmpegRuns = 0;
+    int analyses = 1;
+    QString destination; // the earlier output's own path when empty
+    bool normalize = true;
+};
 
 } // namespace
 
+Q_DECLARE_METATYPE(Run)
+Q_DECLARE_METATYPE(Failure)
 Q_DECLARE_METATYPE(QList<LoudnessMeasurement>)
 
 class LoudnessProcessingServiceTest : public QObject
@@ -79,37 +104,22 @@ class LoudnessProcessingServiceTest : public QObject
 
     LoudnessProcessingService service() const { return {m_runner, m_analyzer}; }
 
-    AudioFileItem item(std::optional<LoudnessMeasurement> measurement) const
+    AudioFileItem item(std::optional<Measurement> measurement, const QString &source = {}) const
     {
-        return {QUuid::createUuid(),
-                m_source,
-                QStringLiteral("Take 1.wav"),
-                SourceAudioFormat::Wav,
-                AudioCategory::Other,
-                std::nullopt,
-                measurement,
-                OutputFormatMode::KeepOriginal,
-                ProcessingStatus::ready(),
-                std::nullopt,
-                std::nullopt,
-                std::nullopt};
+        return {.sourcePath = source.isEmpty() ? m_source : source, .measurement = measurement};
     }
 
-    // ffmpeg's part: write the file it was given last, then exit.
+    // ffmpeg's part: write the file it was given last (numbered by the run), then exit.
     void ffmpegWrites(const QByteArray &bytes, int exitCode = 0,
                       CancellationToken *cancelDuringRun = nullptr)
     {
-        m_runner->respond = [=](const QStringList &arguments) {
-            QFile output(arguments.last());
-            if (output.open(QIODevice::WriteOnly))
-                output.write(bytes);
+        m_runner->respond = [=, this](const QStringList &arguments) {
+            write(arguments.last(), bytes + QByteArray::number(m_runner->calls().size()));
             if (cancelDuringRun)
                 cancelDuringRun->cancel();
             return FFmpegResult{exitCode, {}, QStringLiteral("ffmpeg's complaint")};
         };
     }
-
-    QStringList lastArguments() const { return m_runner->calls().last().arguments; }
 
 private Q_SLOTS:
     void initTestCase()
@@ -117,450 +127,279 @@ private Q_SLOTS:
         QVERIFY(TestEnvironment::commaLocaleActiveAsRequested());
         m_source = m_dir.filePath(QStringLiteral("Take 1.wav"));
         QVERIFY(TestAudio::writeWav(m_source, 44100, 2, {TestAudio::Segment::sine(-20, 0.5)}));
+        write(m_dir.filePath(QStringLiteral("notes.wav")), "plain text");
     }
 
     void init()
     {
         m_runner = std::make_shared<FakeFFmpegRunner>();
-        m_analyzer = std::make_shared<ScriptedAnalyzer>();
-        ffmpegWrites("new output");
+        m_analyzer = std::make_shared<ScriptedAnalyzer>(
+            [](const QString &, const CancellationToken &) { return quietFile; });
+        ffmpegWrites("run ");
     }
 
-    void cleanup()
+    void cleanup() { QCOMPARE(RunChecks::partFilesBelow(m_dir.path()), QStringList()); }
+
+    // The float source is 44.1 kHz: written at that rate as integer PCM, the
+    // prediction is exact and nothing is measured after writing.
+    void process_data()
     {
-        QVERIFY(temporaryFilesBelow(m_dir.path()).isEmpty());
-        QVERIFY(temporaryFilesBelow(m_dir.filePath(QStringLiteral("out"))).isEmpty());
-    }
-
-    void commandLines_data()
-    {
-        QTest::addColumn<bool>("normalize");
-        QTest::addColumn<std::optional<LoudnessMeasurement>>("measurement");
-        QTest::addColumn<SampleRateMode>("rateMode");
-        QTest::addColumn<QString>("extension");
-        QTest::addColumn<QStringList>("codec");
-        QTest::addColumn<QStringList>("expectedMiddle");
-
-        const QStringList pcm24{QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")};
-        const QStringList lame{QStringLiteral("-c:a"), QStringLiteral("libmp3lame"),
-                               QStringLiteral("-q:a"), QStringLiteral("2")};
-        const QString filter =
-            QStringLiteral("loudnorm=I=-14.00:TP=-1.00:LRA=7.10:measured_I=-20.50:measured_LRA=7."
-                           "10:measured_TP=-8.25:"
-                           "measured_thresh=-31.00:offset=0.30:linear=true:print_format=summary");
-
-        QTest::newRow("conversion to 24-bit wav")
-            << false << std::optional<LoudnessMeasurement>() << SampleRateMode::Rate48000 << "wav"
-            << pcm24
-            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"),
-                            QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
-                pcm24 + QStringList{QStringLiteral("-vn")});
-        QTest::newRow("normalising to mp3 keeps cover art")
-            << true << std::optional(quietFile) << SampleRateMode::Rate44100 << "mp3" << lame
-            << (QStringList{QStringLiteral("-af"), filter, QStringLiteral("-ar"),
-                            QStringLiteral("44100")} +
-                lame + QStringList{QStringLiteral("-c:v"), QStringLiteral("copy")});
-        QTest::newRow("source rate read from the file")
-            << true << std::optional(quietFile) << SampleRateMode::PreserveOriginal << "wav"
-            << pcm24
-            << (QStringList{QStringLiteral("-af"), filter, QStringLiteral("-ar"),
-                            QStringLiteral("44100"), QStringLiteral("-dither_method"),
-                            QStringLiteral("triangular")} +
-                pcm24 + QStringList{QStringLiteral("-vn")});
-        QTest::newRow("silence converts without a filter")
-            << true << std::optional(silentFile) << SampleRateMode::Rate48000 << "wav" << pcm24
-            << (QStringList{QStringLiteral("-ar"), QStringLiteral("48000"),
-                            QStringLiteral("-dither_method"), QStringLiteral("triangular")} +
-                pcm24 + QStringList{QStringLiteral("-vn")});
-    }
-
-    void commandLines()
-    {
-        QFETCH(bool, normalize);
-        QFETCH(std::optional<LoudnessMeasurement>, measurement);
-        QFETCH(SampleRateMode, rateMode);
-        QFETCH(QString, extension);
-        QFETCH(QStringList, codec);
-        QFETCH(QStringList, expectedMiddle);
-
-        ProcessingSettings settings = streamingSettings();
-        settings.sampleRateMode = SampleRateMode::PreserveOriginal; // predictions are exact
-        settings.normalizeLoudness = normalize;
-        settings.sampleRateMode = rateMode;
-        const QString destination = m_dir.filePath(QStringLiteral("out/sub/Take 1.") + extension);
-        service().process(item(measurement), destination, {extension, codec}, settings,
-                          CancellationToken());
-
-        QStringList arguments = lastArguments();
-        const QString temporary = arguments.takeLast();
-        // Tags a gain makes wrong are cleared, after everything else, whenever one is applied.
-        const qsizetype clearing = arguments.indexOf(QStringLiteral("-metadata"));
-        const QStringList cleared = clearing < 0 ? QStringList() : arguments.mid(clearing);
-        arguments = arguments.first(clearing < 0 ? arguments.size() : clearing);
-        QCOMPARE(cleared.contains(QStringLiteral("REPLAYGAIN_TRACK_GAIN=")),
-                 arguments.contains(QStringLiteral("-af")));
-        QCOMPARE(arguments,
-                 QStringList({QStringLiteral("-y"), QStringLiteral("-hide_banner"),
-                              QStringLiteral("-nostats"), QStringLiteral("-i"), m_source}) +
-                     expectedMiddle);
-        QCOMPARE(QFileInfo(temporary).path(), QFileInfo(destination).path());
-        QVERIFY2(QRegularExpression(
-                     QStringLiteral("^\\.tbpart-[0-9]+-[0-9a-f]{8}-[0-9a-f]{8}-Take 1\\.") +
-                     extension + u'$')
-                     .match(QFileInfo(temporary).fileName())
-                     .hasMatch(),
-                 qPrintable(temporary));
-        QCOMPARE(contents(destination), QByteArray("new output"));
-        // The float source converted into integer PCM is measured for peaks above full scale.
-        QCOMPARE(m_analyzer->calls(), normalize ? 0 : 1);
-    }
-
-    void unreadableSourceRateFallsBackTo48k()
-    {
-        const QString notAudio = m_dir.filePath(QStringLiteral("notes.wav"));
-        write(notAudio, "plain text");
-        ProcessingSettings settings = streamingSettings();
-        settings.sampleRateMode = SampleRateMode::PreserveOriginal;
-        AudioFileItem textItem = item(quietFile);
-        textItem.sourcePath = notAudio;
-        service().process(
-            textItem, m_dir.filePath(QStringLiteral("out/notes.wav")),
-            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s16le")}},
-            settings, CancellationToken());
-        const QStringList arguments = lastArguments();
-        QCOMPARE(arguments.at(arguments.indexOf(QStringLiteral("-ar")) + 1),
-                 QStringLiteral("48000"));
-    }
-
-    void results_data()
-    {
-        QTest::addColumn<bool>("normalize");
-        QTest::addColumn<std::optional<LoudnessMeasurement>>("stored");
-        QTest::addColumn<LoudnessMeasurement>("measuredNow");
-        QTest::addColumn<ProcessingResult>("expected");
-
-        const std::optional<LoudnessMeasurement> none;
-        const QString name = QStringLiteral("Take 1.wav");
-        const QString tail =
-            QStringLiteral(" \u2192 could not reach target without exceeding the true peak "
-                           "ceiling. Normalized to the highest safe level.");
-        using O = ProcessingOutcome;
-        QTest::newRow("conversion has no figures")
-            << false << none << quietFile
-            << ProcessingResult{.sourceFileName = name, .outputFileName = name};
-        QTest::newRow("reached target") << true << std::optional(quietFile) << quietFile
-                                        << ProcessingResult{.sourceFileName = name,
-                                                            .outputFileName = name,
-                                                            .originalLUFS = -20.5,
-                                                            .finalLUFS = -14.0,
-                                                            .appliedGain = 6.5,
-                                                            .truePeak = -1.75};
-        // Held back by the true-peak ceiling; the warning quotes the loudness it started from.
-        const auto limited = [&](const QString &target) {
-            return ProcessingResult{.sourceFileName = name,
-                                    .outputFileName = name,
-                                    .originalLUFS = -20.0,
-                                    .finalLUFS = -18.0,
-                                    .appliedGain = 2.0,
-                                    .truePeak = -1.0,
-                                    .outcome = O::PeakLimited,
-                                    .warningMessage = QStringLiteral("Target ") + target + tail};
+        QTest::addColumn<Run>("run");
+        using R = SampleRateMode;
+        const ProcessingResult reached{
+            .originalLUFS = -20.5, .finalLUFS = -14.0, .appliedGain = 6.5, .truePeak = -1.75};
+        // The warning quotes the loudness the item came in with.
+        const auto limited = [](const QString &stored) {
+            return ProcessingResult{
+                .originalLUFS = -20.0,
+                .finalLUFS = -18.0,
+                .appliedGain = 2.0,
+                .truePeak = -1.0,
+                .outcome = ProcessingOutcome::PeakLimited,
+                .warningMessage = QStringLiteral("Target ") + stored +
+                                  QStringLiteral(" \u2192 could not reach target without exceeding "
+                                                 "the true peak ceiling. Normalized to the highest "
+                                                 "safe level.")};
         };
+        QTest::newRow("converted at 48 kHz: no figures")
+            << Run{.normalize = false, .rateMode = R::Rate48000, .rate = 48000};
+        QTest::newRow("reached target, as MP3") << Run{.stored = quietFile,
+                                                       .rateMode = R::Rate44100,
+                                                       .extension = u"mp3"_qs,
+                                                       .expected = reached};
         QTest::newRow("limited, stored loudness in the warning")
-            << true << std::optional(peakyFile) << peakyFile << limited(u"-20.00"_qs);
-        QTest::newRow("limited, measured during the call: 0.00 in the warning")
-            << true << none << peakyFile << limited(u"0.00"_qs);
+            << Run{.stored = peakyFile, .now = peakyFile, .expected = limited(u"-20.00"_qs)};
+        QTest::newRow("limited, measured only now: 0.00 in the warning")
+            << Run{.now = peakyFile, .expected = limited(u"0.00"_qs)};
         QTest::newRow("silence: unity gain, no figures that are not finite")
-            << true << std::optional(silentFile) << silentFile
-            << ProcessingResult{.sourceFileName = name, .outputFileName = name, .appliedGain = 0.0};
+            << Run{.stored = silentFile,
+                   .rateMode = R::Rate48000,
+                   .rate = 48000,
+                   .expected = {.appliedGain = 0.0}};
+        QTest::newRow("a rate that cannot be read is taken as 48 kHz") << Run{
+            .source = u"notes.wav"_qs, .stored = quietFile, .rate = 48000, .expected = reached};
     }
 
-    void results()
+    void process()
     {
-        QFETCH(bool, normalize);
-        QFETCH(std::optional<LoudnessMeasurement>, stored);
-        QFETCH(LoudnessMeasurement, measuredNow);
-        QFETCH(ProcessingResult, expected);
+        QFETCH(Run, run);
+        m_analyzer->respond = [=](const QString &, const CancellationToken &) { return run.now; };
+        const QString source = m_dir.filePath(run.source);
+        const QString destination =
+            m_dir.filePath(QStringLiteral("out/%1/Take 1.%2")
+                               .arg(QLatin1StringView(QTest::currentDataTag()), run.extension));
+        const OutputEncoding encoding{run.extension,
+                                      {QStringLiteral("-c:a"), run.extension == u"mp3"
+                                                                   ? QStringLiteral("libmp3lame")
+                                                                   : QStringLiteral("pcm_s24le")}};
+        const ProcessingResult result =
+            service().process(item(run.stored, source), destination, encoding,
+                              settings(run.rateMode, run.normalize), CancellationToken());
+        run.expected.sourceFileName = run.source;
+        run.expected.outputFileName = QFileInfo(destination).fileName();
+        QCOMPARE(result, run.expected);
+        // Converted into integer PCM, the float source is measured for peaks above full scale.
+        QCOMPARE(m_analyzer->calls(), run.normalize && run.stored ? 0 : 1);
+        QCOMPARE(contents(destination), QByteArray("run 1"));
 
-        m_analyzer->respond = [=](const QString &, const CancellationToken &) {
-            return measuredNow;
-        };
-        ProcessingSettings settings = streamingSettings();
-        settings.sampleRateMode = SampleRateMode::PreserveOriginal; // predictions are exact
-        settings.normalizeLoudness = normalize;
-        const ProcessingResult result = service().process(
-            item(stored),
-            m_dir.filePath(QStringLiteral("results/%1/Take 1.wav")
-                               .arg(QLatin1StringView(QTest::currentDataTag()))),
-            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-            settings, CancellationToken());
-        QCOMPARE(result.outcome, expected.outcome);
-        QCOMPARE(result.warningMessage, expected.warningMessage);
-        QCOMPARE(result, expected);
-        // Converted, the float source is measured for peaks above full scale.
-        QCOMPARE(m_analyzer->calls(), normalize && stored ? 0 : 1);
+        const QStringList arguments = m_runner->calls().constLast().arguments;
+        QCOMPARE(valueOf(arguments, QStringLiteral("-i")), source);
+        const Measurement measured = run.stored.value_or(run.now);
+        const bool gain = run.normalize && std::isfinite(measured.inputI);
+        const QString filter =
+            GainFilter::choose(measured, NormalizationPlan::compute(measured, -14, -1), -1).text;
+        QCOMPARE(valueOf(arguments, QStringLiteral("-af")), gain ? filter : QString());
+        QCOMPARE(valueOf(arguments, QStringLiteral("-ar")), QString::number(run.rate));
+        QCOMPARE(arguments.contains(QStringLiteral("-dither_method")), run.extension == u"wav");
+        QVERIFY(arguments.join(u' ').contains(encoding.codecArguments.join(u' ')));
+        // Cover art rides along into MP3 only.
+        QCOMPARE(valueOf(arguments, QStringLiteral("-c:v")),
+                 run.extension == u"mp3" ? QStringLiteral("copy") : QString());
+        // Tags a new gain makes wrong are cleared.
+        QCOMPARE(arguments.contains(QStringLiteral("REPLAYGAIN_TRACK_GAIN=")), gain);
+        QCOMPARE(QFileInfo(arguments.last()).path(), QFileInfo(destination).path());
+        QVERIFY(QFileInfo(arguments.last()).fileName().startsWith(PartFile::prefix));
     }
 
-    // What each failure leaves behind: an existing output survives anything short of success.
+    // What each failure throws and what it leaves: an earlier output survives.
     void failures_data()
     {
-        QTest::addColumn<QString>("scenario");
-        QTest::addColumn<ProcessingError::Kind>("kind");
-        QTest::addColumn<int>("ffmpegRuns");
-
-        using K = ProcessingError::Kind;
-        QTest::newRow("ffmpeg fails") << "exit 1" << K::FFmpegFailed << 1;
+        QTest::addColumn<Failure>("failure");
+        const QString blocker = m_dir.filePath(QStringLiteral("out/Take 1.wav"));
+        const QString same = ProcessingError::destinationEqualsSource().describe();
+        QTest::newRow("ffmpeg fails") << Failure{
+            u"exit 1"_qs, ProcessingError::ffmpegFailed(1, u"ffmpeg's complaint"_qs).describe(), 1};
         QTest::newRow("cancelled while ffmpeg ran, though it exited 0")
-            << "cancel in run" << K::Cancelled << 1;
-        QTest::newRow("cancelled during measuring") << "cancel in analysis" << K::Cancelled << 0;
-        QTest::newRow("measuring fails") << "analysis fails" << K::AnalysisFailed << 0;
+            << Failure{u"cancel in run"_qs, ProcessingError::cancelled().describe(), 1};
+        QTest::newRow("cancelled before: measured, never written")
+            << Failure{u"cancelled"_qs, ProcessingError::cancelled().describe()};
+        QTest::newRow("measuring fails") << Failure{
+            u"analysis fails"_qs,
+            ProcessingError::analysisFailed(FFmpegError::binaryNotFound().describe()).describe()};
         QTest::newRow("a file where the folder must go")
-            << "file in the way" << K::WriteFailed << 0;
+            << Failure{{},
+                       ProcessingError::writeFailed(systemErrorAt(ENOTDIR, blocker)).describe(),
+                       0,
+                       1,
+                       blocker + u"/Take 1.wav"};
+        QTest::newRow("ffmpeg cannot start: its error as it is") << Failure{
+            u"launch fails"_qs, FFmpegError::launchFailed(u"Permission denied"_qs).describe(), 1};
+        QTest::newRow("source gone") << Failure{
+            u"source gone"_qs,
+            ProcessingError::sourceMissing(m_dir.filePath(u"moved away.wav"_qs)).describe(), 0, 0};
+        QTest::newRow("destination is the source, converting")
+            << Failure{{}, same, 0, 0, m_dir.filePath(u"Take 1.wav"_qs), false};
+        QTest::newRow("destination is the source through dot-dot")
+            << Failure{{}, same, 0, 0, m_dir.path() + u"/out/../Take 1.wav"};
     }
 
     void failures()
     {
-        QFETCH(QString, scenario);
-        QFETCH(ProcessingError::Kind, kind);
-        QFETCH(int, ffmpegRuns);
-
-        const QString folder = m_dir.filePath(QStringLiteral("out"));
-        QVERIFY(QDir().mkpath(folder));
-        const QString previous = folder + QStringLiteral("/Take 1.wav");
-        QString destination = previous;
+        QFETCH(Failure, failure);
+        QVERIFY(QDir().mkpath(m_dir.filePath(QStringLiteral("out"))));
+        const QString previous = m_dir.filePath(QStringLiteral("out/Take 1.wav"));
         write(previous, "previous output");
-
         CancellationToken token;
+        const QString &scenario = failure.scenario;
         if (scenario == u"exit 1")
             ffmpegWrites("partial", 1);
         if (scenario == u"cancel in run")
             ffmpegWrites("complete", 0, &token);
-        if (scenario == u"cancel in analysis")
-            m_analyzer->respond = [&token](const QString &, const CancellationToken &) {
-                token.cancel();
-                return quietFile;
+        if (scenario == u"launch fails")
+            m_runner->respond = [](const QStringList &) -> FFmpegResult {
+                throw FFmpegError::launchFailed(QStringLiteral("Permission denied"));
             };
+        if (scenario == u"cancelled")
+            token.cancel();
         if (scenario == u"analysis fails")
-            m_analyzer->respond = [](const QString &,
-                                     const CancellationToken &) -> LoudnessMeasurement {
+            m_analyzer->respond = [](const QString &, const CancellationToken &) -> Measurement {
                 throw FFmpegError::binaryNotFound();
             };
-        if (scenario == u"file in the way")
-            destination = previous + QStringLiteral("/Take 1.wav");
+        const QString source = scenario == u"source gone"
+                                   ? m_dir.filePath(QStringLiteral("moved away.wav"))
+                                   : QString();
 
+        QString thrown;
         try {
-            service().process(
-                item(std::nullopt), destination,
-                {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-                streamingSettings(), token);
-            QFAIL("expected a failure");
-        } catch (const ProcessingError &error) {
-            QCOMPARE(error.kind(), kind);
-            if (kind == ProcessingError::Kind::FFmpegFailed)
-                QCOMPARE(error,
-                         ProcessingError::ffmpegFailed(1, QStringLiteral("ffmpeg's complaint")));
-            if (kind == ProcessingError::Kind::AnalysisFailed)
-                QCOMPARE(error.text(), QStringLiteral("FFmpegError.binaryNotFound"));
-            if (kind == ProcessingError::Kind::WriteFailed)
-                QVERIFY2(error.text().startsWith(systemErrorText(ENOTDIR)),
-                         qPrintable(error.text()));
+            service().process(item(std::nullopt, source),
+                              failure.destination.isEmpty() ? previous : failure.destination, wav24,
+                              settings(SampleRateMode::Rate48000, failure.normalize), token);
+        } catch (const EngineError &error) {
+            thrown = error.describe();
         }
-        QCOMPARE(m_runner->calls().size(), ffmpegRuns);
+        QCOMPARE(thrown, failure.expected);
+        QCOMPARE(m_runner->calls().size(), failure.ffmpegRuns);
+        QCOMPARE(m_analyzer->calls(), failure.analyses);
         QCOMPARE(contents(previous), QByteArray("previous output"));
-        QVERIFY(QFile::remove(previous));
-    }
-
-    void destinationThatIsTheSourceIsRefused_data()
-    {
-        QTest::addColumn<QString>("spelling");
-        QTest::newRow("same path") << QStringLiteral("%1/Take 1.wav");
-        QTest::newRow("through dot") << QStringLiteral("%1/./Take 1.wav");
-        QTest::newRow("through dot-dot") << QStringLiteral("%1/out/../Take 1.wav");
-    }
-
-    void destinationThatIsTheSourceIsRefused()
-    {
-        QFETCH(QString, spelling);
-        const QByteArray before = contents(m_source);
-        for (bool normalize : {false, true}) {
-            ProcessingSettings settings = streamingSettings();
-            settings.normalizeLoudness = normalize;
-            try {
-                service().process(
-                    item(std::nullopt), spelling.arg(m_dir.path()),
-                    {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-                    settings, CancellationToken());
-                QFAIL("expected a refusal");
-            } catch (const ProcessingError &error) {
-                QCOMPARE(error, ProcessingError::destinationEqualsSource());
-            }
-        }
-        QCOMPARE(m_runner->calls().size(), 0);
-        QCOMPARE(m_analyzer->calls(), 0);
-        QCOMPARE(contents(m_source), before);
-    }
-
-    void folderThatCannotBeCreatedIsAWriteFailure()
-    {
-        const QString blocker = m_dir.filePath(QStringLiteral("blocker"));
-        write(blocker, "a file where a folder should go");
-        try {
-            service().process(
-                item(quietFile), blocker + QStringLiteral("/sub/Take 1.wav"),
-                {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-                streamingSettings(), CancellationToken());
-            QFAIL("expected a write failure");
-        } catch (const ProcessingError &error) {
-            QCOMPARE(error.kind(), ProcessingError::Kind::WriteFailed);
-            QVERIFY2(error.text().startsWith(systemErrorText(ENOTDIR)), qPrintable(error.text()));
-        }
-        QCOMPARE(m_runner->calls().size(), 0);
-    }
-
-    void runnerErrorsPassThroughUnchanged()
-    {
-        m_runner->respond = [](const QStringList &) -> FFmpegResult {
-            throw FFmpegError::launchFailed(QStringLiteral("Permission denied"));
-        };
-        try {
-            service().process(
-                item(quietFile), m_dir.filePath(QStringLiteral("out/Take 1.wav")),
-                {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-                streamingSettings(), CancellationToken());
-            QFAIL("expected the runner's error");
-        } catch (const FFmpegError &error) {
-            QCOMPARE(error, FFmpegError::launchFailed(QStringLiteral("Permission denied")));
-        }
     }
 
     // The file measured earlier is used only while it is unchanged; a name
     // taken while ffmpeg wrote gives way to the next free one.
-    void guardsJustBeforeWriting_data()
-    {
-        QTest::addColumn<bool>("sourceChanged");
-        QTest::addColumn<bool>("nameTakenMeanwhile");
-        QTest::newRow("unchanged source, free name") << false << false;
-        QTest::newRow("source rewritten since measured") << true << false;
-        QTest::newRow("output name taken while writing") << false << true;
-    }
-
     void guardsJustBeforeWriting()
     {
-        QFETCH(bool, sourceChanged);
-        QFETCH(bool, nameTakenMeanwhile);
-        const QString folder =
-            m_dir.filePath(QStringLiteral("guards/") + QLatin1StringView(QTest::currentDataTag()));
-        const QString source = folder + QStringLiteral("/take.wav");
-        QVERIFY(QDir().mkpath(folder));
+        const QString source = m_dir.filePath(QStringLiteral("guarded.wav"));
         QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-20, 0.5)}));
-        AudioFileItem stored = item(quietFile);
-        stored.sourcePath = source;
+        AudioFileItem stored = item(peakyFile, source);
         stored.measuredStamp = AudioMetadata::stamp(source);
-        if (sourceChanged)
-            QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-50, 0.7)}));
-        const LoudnessMeasurement now{-50.0, -44.0, 1.0, -60.0, 0.0};
-        m_analyzer->respond = [=](const QString &, const CancellationToken &) { return now; };
-        const QString destination = folder + QStringLiteral("/out/take.wav");
+        const QString destination = m_dir.filePath(QStringLiteral("guarded/take.wav"));
         m_runner->respond = [=](const QStringList &arguments) {
             write(arguments.last(), "new output");
-            if (nameTakenMeanwhile)
-                write(destination, "the user's own");
+            write(destination, "the user's own");
             return FFmpegResult{};
         };
+        const auto process = [&] {
+            return service().process(stored, destination, wav24,
+                                     settings(SampleRateMode::PreserveOriginal), {});
+        };
+        const ProcessingResult unchanged = process();
+        QCOMPARE(unchanged.originalLUFS, peakyFile.inputI);
+        QCOMPARE(m_analyzer->calls(), 0);
+        QCOMPARE(unchanged.outputFileName, QStringLiteral("take 2.wav"));
+        QCOMPARE(contents(m_dir.filePath(QStringLiteral("guarded/take 2.wav"))), "new output");
+        QCOMPARE(contents(destination), QByteArray("the user's own"));
 
-        ProcessingSettings settings = streamingSettings();
-        settings.sampleRateMode = SampleRateMode::PreserveOriginal;
-        const ProcessingResult result = service().process(
-            stored, destination,
-            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-            settings, CancellationToken());
-        QCOMPARE(m_analyzer->calls(), sourceChanged ? 1 : 0);
-        QCOMPARE(result.originalLUFS, sourceChanged ? now.inputI : quietFile.inputI);
-        const QString written =
-            nameTakenMeanwhile ? QStringLiteral("take 2.wav") : QStringLiteral("take.wav");
-        QCOMPARE(result.outputFileName, written);
-        QCOMPARE(contents(folder + QStringLiteral("/out/") + written), QByteArray("new output"));
-        if (nameTakenMeanwhile)
-            QCOMPARE(contents(destination), QByteArray("the user's own"));
-        QVERIFY(temporaryFilesBelow(folder + QStringLiteral("/out")).isEmpty());
+        QVERIFY(TestAudio::writeWav(source, 44100, 2, {TestAudio::Segment::sine(-50, 0.7)}));
+        QCOMPARE(process().originalLUFS, quietFile.inputI);
+        QCOMPARE(m_analyzer->calls(), 1);
     }
 
     // Another rate (here 44.1 to 48 kHz) makes the prediction an estimate:
     // the written file is measured and, when it misses, written once more.
     void writtenFileIsMeasuredWhereItCanDiffer_data()
     {
-        QTest::addColumn<QList<LoudnessMeasurement>>("written");
-        QTest::addColumn<QString>("secondFilter");
+        QTest::addColumn<QList<Measurement>>("written");
         QTest::addColumn<double>("gain");
         QTest::addColumn<ProcessingOutcome>("outcome");
-        const auto m = [](double i, double tp) { return LoudnessMeasurement{i, tp, 3, i - 10, 0}; };
+        const auto m = [](double i, double tp) { return Measurement{i, tp, 3, i - 10, 0}; };
         using O = ProcessingOutcome;
         // Planned: 6.5 dB, -14 LUFS, -1.75 dBTP against a -1 dBTP ceiling.
-        QTest::newRow("on target: written once")
-            << QList{m(-14.05, -1.8)} << QString() << 6.5 << O::Success;
+        QTest::newRow("on target: written once") << QList{m(-14.05, -1.8)} << 6.5 << O::Success;
         QTest::newRow("0.6 LU short: raised")
-            << QList{m(-14.6, -2.3), m(-14.02, -1.72)}
-            << QStringLiteral("volume=7.10dB:precision=double") << 7.1 << O::Success;
+            << QList{m(-14.6, -2.3), m(-14.02, -1.72)} << 7.1 << O::Success;
         QTest::newRow("over the ceiling: lowered by the overshoot and a margin")
-            << QList{m(-14.0, -0.7), m(-14.5, -1.2)}
-            << QStringLiteral("volume=6.00dB:precision=double") << 6.0 << O::PeakLimited;
+            << QList{m(-14.0, -0.7), m(-14.5, -1.2)} << 6.0 << O::PeakLimited;
         QTest::newRow("a second correction at most; still over: limited, as measured")
-            << QList{m(-14.0, -0.7), m(-14.5, -0.8), m(-14.9, -0.9)}
-            << QStringLiteral("volume=5.60dB:precision=double") << 5.6 << O::PeakLimited;
+            << QList{m(-14.0, -0.7), m(-14.5, -0.8), m(-14.9, -0.9)} << 5.6 << O::PeakLimited;
         QTest::newRow("the second correction scaled by the encoder's response")
-            << QList{m(-14.6, -2.3), m(-13.8, -1.5), m(-14.03, -1.73)}
-            << QStringLiteral("volume=6.95dB:precision=double") << 6.95 << O::Success;
+            << QList{m(-14.6, -2.3), m(-13.8, -1.5), m(-14.03, -1.73)} << 6.95 << O::Success;
     }
 
     void writtenFileIsMeasuredWhereItCanDiffer()
     {
-        QFETCH(QList<LoudnessMeasurement>, written);
-        QFETCH(QString, secondFilter);
+        QFETCH(QList<Measurement>, written);
         QFETCH(double, gain);
         QFETCH(ProcessingOutcome, outcome);
-        auto answers = std::make_shared<QList<LoudnessMeasurement>>(written);
-        QStringList measured;
-        m_analyzer->respond = [answers, &measured](const QString &path, const CancellationToken &) {
-            measured.append(path);
-            return answers->takeFirst();
+        auto answers = std::make_shared<QList<Measurement>>(written);
+        m_analyzer->respond = [answers](const QString &path, const CancellationToken &) {
+            // Only the hidden file ffmpeg wrote is measured, never the source.
+            const bool isPart = fileNameOf(path).startsWith(PartFile::prefix);
+            return isPart && !answers->isEmpty() ? answers->takeFirst() : Measurement();
         };
         const QString destination =
             m_dir.filePath(QStringLiteral("verified/%1/Take 1.wav")
                                .arg(QLatin1StringView(QTest::currentDataTag())));
-        const ProcessingResult result = service().process(
-            item(quietFile), destination,
-            {QStringLiteral("wav"), {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}},
-            streamingSettings(), CancellationToken());
+        const ProcessingResult result =
+            service().process(item(quietFile), destination, wav24, settings(), {});
 
-        QCOMPARE(measured.size(), written.size());
-        for (const QString &path : std::as_const(measured))
-            QVERIFY2(fileNameOf(path).startsWith(PartFile::prefix), qPrintable(path));
+        QCOMPARE(m_analyzer->calls(), written.size());
         QCOMPARE(m_runner->calls().size(), written.size());
-        if (!secondFilter.isEmpty()) {
-            const QStringList second = m_runner->calls().last().arguments;
-            QCOMPARE(second.at(second.indexOf(QStringLiteral("-af")) + 1), secondFilter);
-        }
+        if (written.size() > 1)
+            QCOMPARE(valueOf(m_runner->calls().constLast().arguments, QStringLiteral("-af")),
+                     QStringLiteral("volume=%1dB:precision=double").arg(gain, 0, 'f', 2));
         QVERIFY(result.measured);
         QCOMPARE(result.finalLUFS, std::optional(written.last().inputI));
         QCOMPARE(result.truePeak, std::optional(written.last().inputTP));
         QCOMPARE(result.appliedGain, std::optional(gain));
         QCOMPARE(result.outcome, outcome);
-        QCOMPARE(contents(destination), QByteArray("new output"));
+        QCOMPARE(contents(destination), "run " + QByteArray::number(written.size()));
     }
 
-    void sourceGoneIsSaidSo()
+    // ffmpeg's -progress report: the newest position written, in microseconds.
+    void progress_data()
     {
-        AudioFileItem gone = item(quietFile);
-        gone.sourcePath = m_dir.filePath(QStringLiteral("moved away.wav"));
-        try {
-            service().process(gone, m_dir.filePath(QStringLiteral("out/moved away.wav")),
-                              {QStringLiteral("wav"), {}}, streamingSettings(),
-                              CancellationToken());
-            QFAIL("a missing source was processed");
-        } catch (const ProcessingError &error) {
-            QCOMPARE(error, ProcessingError::sourceMissing(gone.sourcePath));
-        }
-        QCOMPARE(m_runner->calls().size(), 0);
+        QTest::addColumn<QByteArrayList>("pieces");
+        QTest::addColumn<QList<qint64>>("positions"); // after each piece; -1 for none
+        QTest::newRow("one block") << QByteArrayList{"frame=0\nout_time_us=1500000\nout_time=00:00:"
+                                                     "01.5\nprogress=continue\n"}
+                                   << QList<qint64>{1500000};
+        QTest::newRow("split inside the key and the number: a line waits for its end")
+            << QByteArrayList{"out_ti", "me_us=25", "00000\nprogress=end\n"}
+            << QList<qint64>{-1, -1, 2500000};
+        QTest::newRow("two blocks in one piece: the newer")
+            << QByteArrayList{"out_time_us=100\nprogress=continue\nout_time_us=200\n"}
+            << QList<qint64>{200};
+        QTest::newRow("before the first frame ffmpeg writes N/A")
+            << QByteArrayList{"out_time_us=N/A\n", "out_time_us=-5\n", "out_time_us=7\n"}
+            << QList<qint64>{-1, -1, 7};
+    }
+
+    void progress()
+    {
+        QFETCH(QByteArrayList, pieces);
+        QFETCH(QList<qint64>, positions);
+        FFmpegProgress progress;
+        for (qsizetype i = 0; i < pieces.size(); ++i)
+            QCOMPARE(progress.feed(pieces[i]).value_or(-1), positions[i]);
     }
 };
 
