@@ -77,8 +77,6 @@ private Q_SLOTS:
         QTest::newRow("cut short") << 0 << block().chopped(3) << "unreadable";
         QTest::newRow("missing key")
             << 0 << block().replace(u"\"target_offset\""_qs, u"\"offset\""_qs) << "unreadable";
-        QTest::newRow("brace after the block") << 0 << block() + u'{' << "unreadable";
-        QTest::newRow("not json") << 0 << u"{ input_i: -20 }"_qs << "unreadable";
         QTest::newRow("the runner's own error, unchanged")
             << -1 << QString()
             << FFmpegError::launchFailed(QStringLiteral("Permission denied")).describe();
