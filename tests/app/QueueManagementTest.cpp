@@ -103,14 +103,14 @@ private Q_SLOTS:
         QVERIFY(f.vm().isAnalyzing());
     }
 
-    // Queue order is the scanner's: Reel 1, Reel 2, Reel 10; take 9 before take 10.
+    // Queue order: take 2 (Reel 10), take 9 (Reel 1), take 1 and take 10 (Reel 2).
     // Loudness: take 2 -30, take 9 -12, take 10 unreadable, take 1 -20; take 1 then fails.
     void theListSortsAndFilters_data()
     {
         QTest::addColumn<QList<SortKey>>("presses");
         QTest::addColumn<Filter>("filter");
         QTest::addColumn<QString>("shown");
-        const QString queued = u"take 2, take 9, take 10, take 1"_qs;
+        const QString queued = u"take 2, take 9, take 1, take 10"_qs;
         QTest::newRow("queue order") << QList<SortKey>{} << Filter::All << queued;
         QTest::newRow("by name") << QList{SortKey::Name} << Filter::All
                                  << u"take 1, take 2, take 9, take 10"_qs;
@@ -120,7 +120,8 @@ private Q_SLOTS:
             << QList{SortKey::Name, SortKey::Name, SortKey::Name} << Filter::All << queued;
         QTest::newRow("by loudness, unmeasured as the quietest")
             << QList{SortKey::Loudness} << Filter::All << u"take 10, take 2, take 1, take 9"_qs;
-        QTest::newRow("by folder") << QList{SortKey::Folder} << Filter::All << queued;
+        QTest::newRow("by folder")
+            << QList{SortKey::Folder} << Filter::All << u"take 9, take 1, take 10, take 2"_qs;
         QTest::newRow("by status, as it changes")
             << QList{SortKey::Status} << Filter::All << u"take 1, take 2, take 9, take 10"_qs;
         QTest::newRow("failed") << QList<SortKey>{} << Filter::Failed << u"take 1"_qs;
@@ -133,9 +134,10 @@ private Q_SLOTS:
         QFETCH(Filter, filter);
         QFETCH(QString, shown);
         ControllerFixture f;
-        f.files({u"Reel 2/take 10.wav"_qs, u"Reel 2/take 9.wav"_qs, u"Reel 1/take 2.wav"_qs,
-                 u"Reel 10/take 1.wav"_qs});
-        f.vm().importPaths({f.dir.filePath(u"in"_qs)});
+        f.files({u"B/Reel 10/take 2.wav"_qs, u"A/Reel 1/take 9.wav"_qs, u"A/Reel 2/take 1.wav"_qs,
+                 u"A/Reel 2/take 10.wav"_qs});
+        f.vm().importPaths({f.dir.filePath(u"in/B"_qs)});
+        f.vm().importPaths({f.dir.filePath(u"in/A"_qs)});
         f.analyzer->release({u"take 2.wav"_qs}, GatedAnalyzer::measures(-30));
         f.analyzer->release({u"take 9.wav"_qs}, GatedAnalyzer::measures(-12));
         f.analyzer->release({u"take 10.wav"_qs}, std::nullopt);
@@ -169,6 +171,7 @@ private Q_SLOTS:
         f.vm().toggleSelection(items[1].id);
         f.vm().toggleSelection(QUuid::createUuid()); // not queued: ignored
         QCOMPARE(f.vm().effectiveTargetIDs(), (QList<QUuid>{items[1].id, items[3].id}));
+        QCOMPARE(f.vm().selectedIDs().size(), 2);
         QCOMPARE(f.cell(F::take(2), QueueModel::SelectedRole), u"true"_qs);
         QCOMPARE(f.cell(F::take(3), QueueModel::SelectedRole), u"false"_qs);
         f.vm().removeSelected();

@@ -245,8 +245,11 @@ private Q_SLOTS:
         f.vm().process();
         QTRY_COMPARE(f.processor->running().size(), 3);
         f.vm().cancelProcessing();
+        // One of the three fails because it was stopped: still a cancellation.
+        f.processor->release({F::take(3)}, failsWith(u"Exiting normally"_qs));
         QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
         QTRY_COMPARE(f.statuses(), u"cccrr"_qs);
+        QCOMPARE(f.vm().failedSoFar(), 0);
         QVERIFY(f.processor->running().isEmpty());
         QCOMPARE(f.processor->started().size(), 3);
         QVERIFY(!f.vm().completionSummary());
@@ -305,11 +308,17 @@ private Q_SLOTS:
         f.vm().exportReport();
         QVERIFY(f.vm().reportError()->startsWith(u"Could not save the report: "));
 
-        // Back to the queue: every row keeps its result, the report error goes.
+        // Back to the queue: every row keeps its result, the report error goes;
+        // more files are measured, and what was processed keeps its outcome.
         f.vm().backToQueue();
         QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
-        QCOMPARE(f.statuses(), u"dff"_qs);
         QVERIFY(!f.vm().reportError());
+        f.vm().importPaths(f.files({u"Late.wav"_qs}));
+        QTRY_COMPARE(f.analyzer->running(), QStringList{u"Late.wav"_qs});
+        QCOMPARE(f.statuses(), u"dffa"_qs);
+        f.analyzer->release({u"Late.wav"_qs}, measures());
+        QTRY_VERIFY(!f.vm().isAnalyzing());
+        QCOMPARE(f.statuses(), u"dffr"_qs);
 
         // Retry takes only the failed files; the next completion has no old report error.
         f.vm().exportReport();
@@ -321,17 +330,8 @@ private Q_SLOTS:
         f.processor->release({F::take(2)}, writes());
         f.processor->release({F::take(3)}, failsWith(u"bad"_qs));
         QTRY_COMPARE(f.vm().screenState(), AppScreenState::Completed);
-        QCOMPARE(f.statuses(), u"ddf"_qs);
-        QCOMPARE(failedNames(), QStringList{F::take(3)});
-
-        // More files after a run are measured; what was processed keeps its outcome.
-        f.vm().backToQueue();
-        f.vm().importPaths(f.files({u"Late.wav"_qs}));
-        QTRY_COMPARE(f.analyzer->running(), QStringList{u"Late.wav"_qs});
-        QCOMPARE(f.statuses(), u"ddfa"_qs);
-        f.analyzer->release({u"Late.wav"_qs}, measures());
-        QTRY_VERIFY(!f.vm().isAnalyzing());
         QCOMPARE(f.statuses(), u"ddfr"_qs);
+        QCOMPARE(failedNames(), QStringList{F::take(3)});
 
         f.vm().startNewBatch();
         QCOMPARE(f.vm().screenState(), AppScreenState::Idle);
@@ -352,6 +352,7 @@ private Q_SLOTS:
         // Never started, and no longer shown as measuring.
         QCOMPARE(f.item(F::take(6)).status.kind() == ProcessingStatus::Kind::Analyzing, false);
         QTRY_COMPARE(f.processor->running().size(), 3);
+        QCOMPARE(f.statuses(), u"ppprrr"_qs); // the stopped measuring's late answers change none
         f.vm().cancelProcessing();
 
         // A later import, before the stopped jobs have answered, measures
