@@ -158,6 +158,8 @@ private Q_SLOTS:
             const QJsonObject result = entry.value(u"result").toObject();
             QCOMPARE(result.value(u"outcome").toString(), u"Success"_qs);
             QCOMPARE(result.value(u"finalLUFS").toDouble(), -16.0);
+            QCOMPARE(entry[u"measurement"][u"inputI"].toDouble(),
+                     result[u"originalLUFS"].toDouble());
         }
         const QJsonObject kick = printed.value(written[0]);
         QVERIFY(qAbs(kick[u"measurement"][u"inputI"].toDouble() + 12) < 0.5);

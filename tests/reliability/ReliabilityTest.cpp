@@ -137,7 +137,7 @@ QList<Input> hostileFiles()
         {u"cut/header only.wav"_qs, Expect::Either, lying(1, 44, {})},
         {u"headers/claims 4 GB.wav"_qs, Expect::Processed, lying(2, -1, {{4, ~15u}, {40, ~31u}})},
         {u"headers/absurd rate.wav"_qs, Expect::Either, lying(1, -1, {{24, ~15u}})},
-        // 100 KB of 16-bit mono that claim a day of audio at 1 Hz: stopped by its time limit.
+        // 100 KB of 16-bit mono that claim a day of audio at 1 Hz.
         {u"headers/one hertz.wav"_qs, Expect::Failed,
          lying(1, 44, {{4, 102436}, {20, 0x10001}, {24, 1}, {28, 2}, {32, 0x100002}, {40, 102400}},
                QByteArray(102400, 0))},
@@ -168,8 +168,8 @@ QList<Input> hostileFiles()
     };
     // The last is as long as a name may be: 255 bytes.
     for (const QString &name : QStringList{
-             u"say \"hello\", then 'bye'.wav"_qs, u"back\\slash.wav"_qs, u"two\nlines.wav"_qs,
-             u"-leading dash.wav"_qs, u"100% loud & clear.wav"_qs, u"headphones \U0001F3A7.wav"_qs,
+             u"say \"hello\" and 'bye'.wav"_qs, u"back\\slash.wav"_qs, u"two\nlines.wav"_qs,
+             u"-leading dash.wav"_qs, u"100%, loud & clear.wav"_qs, u"headphones \U0001F3A7.wav"_qs,
              u"Гроза над рекой.wav"_qs, QString(251, u'n') + u".wav"_qs})
         inputs.append({u"names/"_qs + name, Expect::Processed, audio(0.5)});
     // Bytes that are not UTF-8, which only the system's calls keep.
