@@ -518,6 +518,16 @@ private Q_SLOTS:
         } else if (tag.startsWith(u"a second run")) {
             second = RunChecks::startCli(arguments);
         } else if (tag.startsWith(u"output folder")) {
+            // Pulled away while an ffmpeg still writes there, so that at least
+            // its file fails, however fast the machine.
+            QVERIFY(QTest::qWaitFor(
+                [&] {
+                    for (const QString &part : RunChecks::partFilesBelow(out))
+                        if (RunChecks::ffmpegProcessesMentioning(part) > 0)
+                            return true;
+                    return false;
+                },
+                60000));
             QVERIFY(QDir(out).removeRecursively());
             for (Input &input : inputs)
                 input.expect = Expect::Either;
