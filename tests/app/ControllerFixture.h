@@ -91,12 +91,13 @@ public:
         return QTest::qWaitFor([this] { return !vm().isAnalyzing(); });
     }
 
-    // Queues and measures "Take 1.wav"… .
-    bool importMeasured(int count)
+    // Queues these files, or "Take 1.wav"…, and measures each.
+    bool importMeasured(const QStringList &relativePaths)
     {
-        vm().importPaths(numberedFiles(count));
+        vm().importPaths(files(relativePaths));
         return measureAll();
     }
+    bool importMeasured(int count) { return importMeasured(takes(1, count)); }
 
     void setOutputFolder()
     {

@@ -78,12 +78,6 @@ class MainWindowTest : public QObject
         QTest::mouseClick(window(), Qt::LeftButton, modifiers, centre.toPoint());
     }
 
-    void importMeasured(const QStringList &names)
-    {
-        vm().importPaths(f().files(names));
-        QVERIFY(f().measureAll());
-    }
-
     // The window on the stand-ins, with the preferences file of this test.
     void launch()
     {
@@ -188,7 +182,7 @@ private Q_SLOTS:
         QCOMPARE(f().panels->fileRequests, 1);
         press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(f().panels->folderRequests, 1);
-        importMeasured({u"a.wav"_qs, u"z.wav"_qs});
+        QVERIFY(f().importMeasured({u"a.wav"_qs, u"z.wav"_qs}));
         press(Qt::Key_A, Qt::ControlModifier);
         QVERIFY(vm().allSelected());
         vm().toggleSelection(vm().queue().at(0).id);
@@ -197,7 +191,8 @@ private Q_SLOTS:
         press(Qt::Key_Return, Qt::ControlModifier); // no output folder yet: nothing
         QCOMPARE(vm().screenState(), AppScreenState::Idle);
 
-        importMeasured({u"b.wav"_qs, u"c.wav"_qs, u"d.wav"_qs, u"e.wav"_qs, u"f.wav"_qs});
+        QVERIFY(
+            f().importMeasured({u"b.wav"_qs, u"c.wav"_qs, u"d.wav"_qs, u"e.wav"_qs, u"f.wav"_qs}));
         QQuickItem *list = item("queueList");
         for (int presses = 0; presses < 40 && !list->hasActiveFocus(); ++presses)
             press(Qt::Key_Tab);
@@ -273,7 +268,7 @@ private Q_SLOTS:
         vm().importPaths(f().files({u"Reel/a.flac"_qs, u"Reel/b.flac"_qs}));
         QTRY_VERIFY(item("emptyImportNotice")->isVisible());
         QCOMPARE(textOf("emptyImportNotice"), u"2 files skipped: unsupported format (flac)"_qs);
-        importMeasured({u"a.wav"_qs});
+        QVERIFY(f().importMeasured({u"a.wav"_qs}));
         QCOMPARE(textOf("subtitle"), u"Batch loudness normalization and audio conversion"_qs);
 
         auto *menu = item<QObject>("languageMenu");
@@ -295,7 +290,7 @@ private Q_SLOTS:
 
     void aLongRunIsNotStoppedWithoutAsking()
     {
-        importMeasured({u"a.wav"_qs, u"b.wav"_qs});
+        QVERIFY(f().importMeasured({u"a.wav"_qs, u"b.wav"_qs}));
         f().setOutputFolder();
         vm().process();
         QVERIFY(window()->title().startsWith(u"Processing 0 of 2"));
@@ -373,7 +368,7 @@ private Q_SLOTS:
 
     void everyControlHasAnAccessibleName()
     {
-        importMeasured({u"a.wav"_qs});
+        QVERIFY(f().importMeasured({u"a.wav"_qs}));
         // The settings panels too, which a loaded queue folds into one line.
         window()->setProperty("settingsOpen", true);
         QStringList unnamed;
@@ -398,7 +393,7 @@ private Q_SLOTS:
     // a focus ring on a control, the outlined current row in the queue.
     void everyTabStopShowsWhereFocusIs()
     {
-        importMeasured({u"a.wav"_qs, u"b.wav"_qs});
+        QVERIFY(f().importMeasured({u"a.wav"_qs, u"b.wav"_qs}));
         f().setOutputFolder();
         window()->setProperty("settingsOpen", true);
         QQuickItem *list = item("queueList");
