@@ -1,72 +1,58 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-//
-// The catalogues themselves: every Russian text finished, its placeholders kept,
-// and every counted text agreeing with its number in all three Russian forms.
+// The catalogues themselves, and the manager that chooses, stores and installs them.
 #include "LanguageFixture.h"
 #include "localization/L.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
-#include <QSet>
+#include <QSignalSpy>
 #include <QTest>
 #include <QXmlStreamReader>
+
+using Language = AppLanguage;
 
 namespace {
 
 struct Message
 {
     QString source;
-    QString comment;
     bool counted = false;
     bool finished = true;
     QStringList forms;
 };
 
-QList<Message> readCatalogue(const QString &path)
+QList<Message> readCatalogue(const QString &name)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
+    QFile file(QStringLiteral(TONBROOK_I18N_DIR "/") + name);
+    file.open(QIODevice::ReadOnly); // else the reader fails below
     QList<Message> messages;
     QXmlStreamReader xml(&file);
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        if (xml.name() == u"message") {
-            messages.append(
-                Message{.counted = xml.attributes().value(QLatin1String("numerus")) == u"yes"});
-        } else if (xml.name() == u"source") {
+        const QString element = xml.name().toString();
+        if (element == u"message")
+            messages.append(Message{.counted = xml.attributes().value(u"numerus"_qs) == u"yes"});
+        else if (element == u"source")
             messages.last().source = xml.readElementText();
-        } else if (xml.name() == u"comment") {
-            messages.last().comment = xml.readElementText();
-        } else if (xml.name() == u"translation") {
-            messages.last().finished = xml.attributes().value(QLatin1String("type")).isEmpty();
-            if (!messages.last().counted)
-                messages.last().forms.append(xml.readElementText());
-        } else if (xml.name() == u"numerusform") {
+        else if (element == u"translation")
+            messages.last().finished = xml.attributes().value(u"type"_qs).isEmpty();
+        if (element == u"numerusform" || (element == u"translation" && !messages.last().counted))
             messages.last().forms.append(xml.readElementText());
-        }
     }
     if (xml.hasError())
-        qFatal("%s: %s", qPrintable(path), qPrintable(xml.errorString()));
+        qFatal("%s: %s", qPrintable(name), qPrintable(xml.errorString()));
     return messages;
 }
 
 QStringList placeholders(const QString &text)
 {
-    static const QRegularExpression marker(QStringLiteral("%[1-9n]"));
     QStringList found;
-    for (const QRegularExpressionMatch &match : marker.globalMatch(text))
+    for (const QRegularExpressionMatch &match : QRegularExpression(u"%[1-9n]"_qs).globalMatch(text))
         found.append(match.captured());
     found.sort();
     found.removeDuplicates();
     return found;
-}
-
-QString catalogue(const char *name)
-{
-    return QStringLiteral(TONBROOK_I18N_DIR "/") + QLatin1String(name);
 }
 
 // Russian takes one form for 1, 21, 101; another for 2-4, 22-24; a third for
@@ -79,6 +65,24 @@ const QList<QStringList> nouns = {{u"файл"_qs, u"файла"_qs, u"файл�
                                   {u"папка"_qs, u"папки"_qs, u"папок"_qs},
                                   {u"объект"_qs, u"объекта"_qs, u"объектов"_qs}};
 
+// With Russian installed: each count takes its group's form, with the noun inflected for it.
+void checkRussianCounts(const Message &message)
+{
+    QCOMPARE(QSet<QString>(message.forms.cbegin(), message.forms.cend()).size(), 3);
+    for (qsizetype form = 0; form < russianForms.size(); ++form) {
+        for (int n : russianForms[form])
+            QCOMPARE(
+                QCoreApplication::translate("L", message.source.toUtf8().constData(), nullptr, n),
+                QString(message.forms[form]).replace(u"%n"_qs, QString::number(n)));
+        for (const QStringList &noun : nouns)
+            if (message.forms.first().contains(u"%n " + noun.first()))
+                QCOMPARE(QRegularExpression(u"%n ([^\\s:,.]+)"_qs)
+                             .match(message.forms[form])
+                             .captured(1),
+                         noun[form]);
+    }
+}
+
 } // namespace
 
 class CatalogueTest : public QObject
@@ -87,110 +91,58 @@ class CatalogueTest : public QObject
 
     LanguageFixture m_language;
 
-private Q_SLOTS:
-    void everyTextTranslatedWithItsPlaceholders_data()
+    QString both(L::Text key, int n)
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<int>("forms");
-        QTest::newRow("ru") << catalogue("tonbrook_ru.ts") << 3;
-        // English texts are their own source; only the counted ones carry forms.
-        QTest::newRow("en") << catalogue("tonbrook_en.ts") << 2;
+        m_language.manager().setSelection(Language::En);
+        const QString english = L::text(key, n);
+        m_language.manager().setSelection(Language::Ru);
+        return english + u" | " + L::text(key, n);
     }
 
+private Q_SLOTS:
+    // English texts are their own source; only the counted ones carry forms.
     void everyTextTranslatedWithItsPlaceholders()
     {
-        QFETCH(QString, path);
-        QFETCH(int, forms);
-        const QList<Message> messages = readCatalogue(path);
-        QVERIFY(messages.size() > 100);
-        const bool english = path.endsWith(u"_en.ts");
-        for (const Message &message : messages) {
-            if (english && !message.counted)
-                continue;
-            QVERIFY2(message.finished, qPrintable(message.source));
-            QCOMPARE(message.forms.size(), message.counted ? forms : 1);
-            for (const QString &form : message.forms) {
-                QVERIFY2(!form.isEmpty(), qPrintable(message.source));
-                QCOMPARE(placeholders(form), placeholders(message.source));
-            }
-        }
-    }
-
-    // Generic over the catalogue: whatever the counted text, the count picks the
-    // right form, and a noun after the count is inflected for it.
-    void russianCountsAgree()
-    {
-        m_language.manager().setSelection(AppLanguage::Ru);
-        int countedTexts = 0;
-        for (const Message &message : readCatalogue(catalogue("tonbrook_ru.ts"))) {
-            if (!message.counted)
-                continue;
-            ++countedTexts;
-            QCOMPARE(QSet<QString>(message.forms.cbegin(), message.forms.cend()).size(), 3);
-            const QStringList *noun = nullptr;
-            for (const QStringList &candidate : nouns)
-                if (message.forms.first().contains(u"%n " + candidate.first()))
-                    noun = &candidate;
-            for (qsizetype form = 0; form < russianForms.size(); ++form) {
-                for (int n : russianForms[form]) {
-                    const QByteArray source = message.source.toUtf8();
-                    const QString text =
-                        QCoreApplication::translate("L", source.constData(), nullptr, n);
-                    const QString number = QString::number(n);
-                    QCOMPARE(text, QString(message.forms[form]).replace(u"%n"_qs, number));
-                    if (noun) {
-                        const QRegularExpression inflected(u"(^|\\s)"_qs + number + u' ' +
-                                                           noun->at(form) + u"($|[\\s:,.])"_qs);
-                        QVERIFY2(inflected.match(text).hasMatch(), qPrintable(text));
-                    }
+        for (const auto &[name, forms] :
+             {std::pair(u"tonbrook_ru.ts"_qs, 3), {u"tonbrook_en.ts"_qs, 2}}) {
+            m_language.manager().setSelection(forms == 3 ? Language::Ru : Language::En);
+            const QList<Message> messages = readCatalogue(name);
+            QVERIFY(messages.size() > 100);
+            for (const Message &message : messages) {
+                if (forms == 2 && !message.counted)
+                    continue;
+                QVERIFY2(message.finished, qPrintable(name + u": " + message.source));
+                QCOMPARE(message.forms.size(), message.counted ? forms : 1);
+                for (const QString &form : message.forms) {
+                    QVERIFY2(!form.isEmpty(), qPrintable(name + u": " + message.source));
+                    QCOMPARE(placeholders(form), placeholders(message.source));
                 }
+                if (forms == 3 && message.counted)
+                    checkRussianCounts(message);
             }
         }
-        QVERIFY(countedTexts >= 10);
     }
 
-    // A handful of whole sentences: the verb agrees too, and English stays as it was.
-    void countedSentences_data()
-    {
-        QTest::addColumn<L::Text>("key");
-        QTest::addColumn<int>("n");
-        QTest::addColumn<QString>("english");
-        QTest::addColumn<QString>("russian");
-        QTest::newRow("processed 1")
-            << L::FilesProcessed << 1 << u"1 file processed"_qs << u"1 файл обработан"_qs;
-        QTest::newRow("processed 21")
-            << L::FilesProcessed << 21 << u"21 files processed"_qs << u"21 файл обработан"_qs;
-        QTest::newRow("ready 21") << L::FilesReady << 21 << u"21 files ready"_qs
-                                  << u"21 файл готов"_qs;
-        QTest::newRow("loaded 304")
-            << L::FilesLoaded << 304 << u"304 files loaded"_qs << u"304 файла загружены"_qs;
-        QTest::newRow("reached 1") << L::ReachedTarget << 1 << u"1 reached target loudness"_qs
-                                   << u"1 файл достиг целевой громкости"_qs;
-        QTest::newRow("limited 1") << L::PeakLimited << 1 << u"1 limited by true peak"_qs
-                                   << u"1 файл ограничен по true peak"_qs;
-        QTest::newRow("converted 11")
-            << L::Converted << 11 << u"11 converted"_qs << u"11 файлов сконвертировано"_qs;
-        QTest::newRow("process 1")
-            << L::ProcessFiles << 1 << u"Process 1 File"_qs << u"Обработать 1 файл"_qs;
-    }
-
+    // Whole sentences: the verb agrees too, and English stays as it was.
     void countedSentences()
     {
-        QFETCH(L::Text, key);
-        QFETCH(int, n);
-        QFETCH(QString, english);
-        QFETCH(QString, russian);
-        m_language.manager().setSelection(AppLanguage::En);
-        QCOMPARE(L::text(key, n), english);
-        m_language.manager().setSelection(AppLanguage::Ru);
-        QCOMPARE(L::text(key, n), russian);
+        QCOMPARE(both(L::FilesProcessed, 1), u"1 file processed | 1 файл обработан"_qs);
+        QCOMPARE(both(L::FilesProcessed, 21), u"21 files processed | 21 файл обработан"_qs);
+        QCOMPARE(both(L::FilesReady, 21), u"21 files ready | 21 файл готов"_qs);
+        QCOMPARE(both(L::FilesLoaded, 304), u"304 files loaded | 304 файла загружены"_qs);
+        QCOMPARE(both(L::ReachedTarget, 1),
+                 u"1 reached target loudness | 1 файл достиг целевой громкости"_qs);
+        QCOMPARE(both(L::PeakLimited, 1),
+                 u"1 limited by true peak | 1 файл ограничен по true peak"_qs);
+        QCOMPARE(both(L::Converted, 11), u"11 converted | 11 файлов сконвертировано"_qs);
+        QCOMPARE(both(L::ProcessFiles, 1), u"Process 1 File | Обработать 1 файл"_qs);
     }
 
     // "Done" is a file's status, "Complete" the run's, and the sheet's button
     // closes: one English word for two of them, three Russian words.
     void oneWordPerMeaning()
     {
-        m_language.manager().setSelection(AppLanguage::Ru);
+        m_language.manager().setSelection(Language::Ru);
         const QStringList words = {L::statusName(ProcessingStatus::Kind::Done),
                                    L::text(L::Complete), L::text(L::CloseSheet),
                                    L::statusName(ProcessingStatus::Kind::Ready)};
@@ -198,8 +150,66 @@ private Q_SLOTS:
         QVERIFY(L::text(L::FilesReady, 5).contains(words.last().toLower()));
         QVERIFY(L::text(L::FilesProcessed, 5).contains(words.first().left(6).toLower()));
         QCOMPARE(L::bitDepthLabel(OutputBitDepth::Bit24), u"24 бит"_qs);
-        m_language.manager().setSelection(AppLanguage::En);
+        m_language.manager().setSelection(Language::En);
         QCOMPARE(L::text(L::CloseSheet), L::statusName(ProcessingStatus::Kind::Done));
+    }
+
+    // Written at once, read by the next launch; only a new language in effect swaps catalogues.
+    void aChoiceIsStoredAndAnnounced()
+    {
+        LanguageFixture fixture({u"ru-RU"_qs});
+        LanguageManager &manager = fixture.manager();
+        QCOMPARE(manager.selection(), Language::System);
+        QSignalSpy changed(&manager, &LanguageManager::languageChanged);
+        QSignalSpy selected(&manager, &LanguageManager::selectionChanged);
+        const auto nextLaunch = [&] {
+            return LanguageManager(
+                       std::make_unique<QSettings>(fixture.path(), QSettings::IniFormat), {})
+                .selection();
+        };
+        const auto choose = [&](Language choice, const char *stored, int changes, int choices,
+                                const QString &files) {
+            manager.setSelection(choice);
+            QFile file(fixture.path()); // on disk at once
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QVERIFY(file.readAll().contains(QByteArray("languageSelection=").append(stored)));
+            QCOMPARE(nextLaunch(), choice);
+            QCOMPARE(changed.count(), changes);
+            QCOMPARE(selected.count(), choices);
+            QCOMPARE(L::text(L::Files, 2), files);
+            // Qt's own texts (file dialogs, --help) follow.
+            QCOMPARE(QCoreApplication::translate("QFileDialog", "Look in:") == u"Look in:",
+                     files == u"2 files");
+        };
+        choose(Language::Ru, "ru", 0, 1, u"2 файла"_qs); // the system spoke Russian already
+        choose(Language::En, "en", 1, 2, u"2 files"_qs);
+        choose(Language::En, "en", 1, 2, u"2 files"_qs);
+        choose(Language::System, "system", 2, 3, u"2 файла"_qs);
+        for (const char *unknown : {"EN", "de"}) {
+            QSettings(fixture.path(), QSettings::IniFormat)
+                .setValue(LanguageManager::key, QLatin1String(unknown));
+            QCOMPARE(nextLaunch(), Language::System);
+        }
+    }
+
+    // The first preferred language decides.
+    void systemLanguage()
+    {
+        QCOMPARE(LanguageManager::languageOf({u"ru-RU"_qs, u"en-US"_qs}), Language::Ru);
+        QCOMPARE(LanguageManager::languageOf({u"en-RU"_qs, u"ru"_qs}), Language::En);
+        QCOMPARE(LanguageManager::languageOf({u"RU"_qs}), Language::Ru);
+        QCOMPARE(LanguageManager::languageOf({u"de-RU"_qs, u"ru"_qs}), Language::En);
+        QCOMPARE(LanguageManager::languageOf({}), Language::En);
+    }
+
+    // Run by ctest with LANGUAGE=ru and without it.
+    void followsTheSystemsPreferredLanguage()
+    {
+        const bool russian = qEnvironmentVariable("LANGUAGE").startsWith(u"ru"_qs);
+        QCOMPARE(LanguageManager::systemIsRussian(), russian);
+        LanguageFixture fixture(QLocale::system().uiLanguages());
+        QCOMPARE(L::text(L::ProcessFiles, 3),
+                 russian ? u"Обработать 3 файла"_qs : u"Process 3 Files"_qs);
     }
 };
 

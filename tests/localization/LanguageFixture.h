@@ -6,10 +6,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-#include <memory>
-
-// A LanguageManager on a throw-away preferences file, for switching the
-// interface language inside a test.
+// A LanguageManager on a throw-away preferences file, to switch the language inside a test.
 class LanguageFixture
 {
 public:
