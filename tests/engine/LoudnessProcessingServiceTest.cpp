@@ -30,11 +30,7 @@ const Measurement peakyFile{-20.0, -3.0, 7.1, -31.0, 0.3};
 const OutputEncoding wav24{QStringLiteral("wav"),
                            {QStringLiteral("-c:a"), QStringLiteral("pcm_s24le")}};
 
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
+using RunChecks::contents;
 
 void write(const QString &path, const QByteArray &bytes)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/PartFile.h"
 
+#include "RunChecks.h"
 #include "engine/ProcessingError.h"
 #include "model/StandardPath.h"
 
@@ -36,11 +37,7 @@ QString withOwner(qint64 pid, const QString &boot = {})
     return name.replace(pidStart, pidEnd - pidStart, QString::number(pid));
 }
 
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
-}
+using RunChecks::contents;
 
 } // namespace
 

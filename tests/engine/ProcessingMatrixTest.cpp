@@ -193,12 +193,6 @@ QByteArrayList extraChunks(quint32 rate)
             chunk("smpl", loop)};
 }
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 bool writeAll(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
@@ -318,7 +312,7 @@ class ProcessingMatrixTest : public QObject
             return {};
         if (!options.isEmpty())
             return at(name);
-        QByteArray wav = readAll(at(name)) + extraChunks(48000).join();
+        QByteArray wav = RunChecks::contents(at(name)) + extraChunks(48000).join();
         if (name.contains(u"damaged"))
             wav += "JUNK" + bytes(0x7fffffffu);
         qToLittleEndian(quint32(wav.size() - 8), wav.data() + 4);
@@ -430,7 +424,7 @@ private Q_SLOTS:
         QVERIFY2(measuring >= 0 && measuring < 800 && writing >= 0 && writing < 800,
                  qPrintable(u"measuring %1 ms, writing %2 ms"_s.arg(measuring).arg(writing)));
         QCOMPARE(error, std::optional(ProcessingError::cancelled()));
-        QCOMPARE(readAll(earlier), QByteArray("an earlier run"));
+        QCOMPARE(RunChecks::contents(earlier), QByteArray("an earlier run"));
         QCOMPARE(RunChecks::partFilesBelow(at(u"cancel"_s)), QStringList());
         QCOMPARE(RunChecks::digest(path), before);
         QCOMPARE(TestEnvironment::childProcessIds(), QList<qint64>());
@@ -591,7 +585,7 @@ private Q_SLOTS:
                 {.normalizeLoudness = false,
                  .bitDepth = OutputBitDepth::Bit16,
                  .outputFormatMode = OutputFormatMode::Wav});
-        const QByteArray wav = readAll(m_written);
+        const QByteArray wav = RunChecks::contents(m_written);
         std::map<int, int> counts;
         for (qsizetype i = wav.indexOf("data") + 8; i + 1 < wav.size(); i += 2)
             ++counts[qFromLittleEndian<qint16>(wav.constData() + i)];
@@ -680,8 +674,8 @@ private Q_SLOTS:
         for (const QString &text : kept.unsaid)
             QVERIFY2(before.contains(text) && !after.contains(text),
                      qPrintable(text + u'\n' + after));
-        const QByteArray source = readAll(path);
-        const QByteArray file = readAll(m_written);
+        const QByteArray source = RunChecks::contents(path);
+        const QByteArray file = RunChecks::contents(m_written);
         if (!kept.settings.normalizeLoudness)
             QVERIFY(file.contains(source.right(source.size() / 2)));
 

@@ -72,12 +72,6 @@ bool writeBytes(const QString &path, const QByteArray &bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
-QByteArray readBytes(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // A take of noise and a tone in the container the extension names.
 bool take(const QString &path, double seconds, int rate = 48000, int channels = 2)
 {
@@ -94,7 +88,7 @@ std::function<bool(Path)> lying(double seconds, qsizetype keep,
                                 std::vector<std::pair<int, quint32>> fields, QByteArray tail = {})
 {
     return [=](Path path) {
-        QByteArray bytes = take(path, seconds) ? readBytes(path) : QByteArray();
+        QByteArray bytes = take(path, seconds) ? RunChecks::contents(path) : QByteArray();
         bytes = (keep < 0 ? bytes : bytes.left(keep)) + tail;
         for (const auto &[offset, value] : fields)
             if (bytes.size() >= offset + 4)
@@ -113,7 +107,8 @@ QList<Input> hostileFiles()
         return [=](Path path) { return writeBytes(path, data); };
     };
     const auto halved = [](Path path) {
-        return take(path, 3) && writeBytes(path, readBytes(path).left(QFileInfo(path).size() / 2));
+        return take(path, 3) &&
+               writeBytes(path, RunChecks::contents(path).left(QFileInfo(path).size() / 2));
     };
     // A link to a file in the same folder.
     const auto linked = [](const QString &target) {
@@ -608,7 +603,7 @@ private Q_SLOTS:
         const auto before = RunChecks::snapshot(root);
         const RunChecks::CliRun run = RunChecks::runCli(
             {u"-o"_qs, root + u"/out"_qs, u"--report"_qs, report, root + u"/in"_qs});
-        const QByteArray kept = readBytes(report);
+        const QByteArray kept = RunChecks::contents(report);
         ::umount(encodedPath(full));
         QCOMPARE(run.status, status);
         QVERIFY2(run.err.contains(status == 1 ? systemErrorText(ENOSPC)

@@ -89,6 +89,14 @@ inline bool writeAudio(const QString &path, const std::vector<TestAudio::Segment
     return problem.isEmpty();
 }
 
+// A file's bytes; "<missing>" when there is none to read, so that a
+// comparison names what went wrong.
+inline QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
 inline QByteArray digest(const QString &path)
 {
     QFile file(path);
