@@ -172,10 +172,15 @@ void QueueModel::remove(const QSet<QUuid> &ids)
         return;
     }
     // Many scattered rows: one reset is far cheaper for views than a signal per row.
+    // They are counted out in the same pass, in row order: visiting them in the
+    // set's order reads memory at random and took twice as long.
     beginResetModel();
-    for (const int row : std::as_const(rows))
-        count(m_items.at(row), -1);
-    m_items.removeIf([&ids](const AudioFileItem &item) { return ids.contains(item.id); });
+    m_items.removeIf([&](const AudioFileItem &item) {
+        if (!ids.contains(item.id))
+            return false;
+        count(item, -1);
+        return true;
+    });
     reindex();
     endResetModel();
 }

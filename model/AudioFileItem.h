@@ -41,9 +41,6 @@ struct AudioFileItem
     // The last attempt to measure the file could not read it.
     bool unreadable = false;
 
-    // Still to be measured before a run: not measured, not known to be
-    // unreadable, and not already processed (a processed file keeps its outcome
-    // on screen; processing measures what it needs itself).
     // The folder below the dropped one ("Act 1/Cues"); empty for a file added on its own.
     QString folder() const
     {
@@ -51,6 +48,9 @@ struct AudioFileItem
         return slash > 0 ? relativePath.left(slash) : QString();
     }
 
+    // Still to be measured before a run: not measured, not known to be
+    // unreadable, and not already processed (a processed file keeps its outcome
+    // on screen; processing measures what it needs itself).
     bool needsMeasuring() const
     {
         return !measurement && !unreadable &&
