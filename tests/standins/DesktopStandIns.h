@@ -5,14 +5,9 @@
 #include "app/RunNotifying.h"
 #include "files/FilePanelPresenting.h"
 
-#include <QStringList>
-
-#include <optional>
-
 // Dialogs that answer what the test set (or nothing), and count what was asked.
-class ScriptedPanels final : public FilePanelPresenting
+struct ScriptedPanels final : public FilePanelPresenting
 {
-public:
     int fileRequests = 0;
     int folderRequests = 0;
     std::optional<QString> destination;
@@ -39,17 +34,15 @@ public:
     }
 };
 
-class RecordingRevealer final : public FolderRevealing
+struct RecordingRevealer final : public FolderRevealing
 {
-public:
     QStringList revealed;
     void revealFolder(const QString &path) override { revealed.append(path); }
 };
 
 // Keeps every notification as "title: body".
-class RecordingNotifier final : public RunNotifying
+struct RecordingNotifier final : public RunNotifying
 {
-public:
     QStringList notified;
     void runEnded(const QString &title, const QString &body) override
     {
