@@ -128,13 +128,11 @@ private Q_SLOTS:
         const FileImportService service(std::make_shared<FolderScanner>());
         const QString spelled = at(u"b/../b/take 1.Aif"_qs);
         const QList<AudioFileItem> queued = service.importPaths({spelled}, {}).items;
-        QCOMPARE(queued.size(), 1);
+        QCOMPARE(queued, (QList<AudioFileItem>{{.id = queued.value(0).id,
+                                                .sourcePath = spelled,
+                                                .relativePath = u"take 1.Aif"_qs,
+                                                .sourceFormat = SourceAudioFormat::Aif}}));
         QVERIFY(!queued[0].id.isNull());
-        QCOMPARE(queued[0], (AudioFileItem{.id = queued[0].id,
-                                           .sourcePath = spelled,
-                                           .relativePath = u"take 1.Aif"_qs,
-                                           .sourceFormat = SourceAudioFormat::Aif}));
-
         // The folder, one of its files again, a link to another, a pipe, a dangling link, the
         // folder spelled differently, and files that are no audio or not there.
         const ImportSummary summary =
@@ -206,33 +204,29 @@ private Q_SLOTS:
         QCOMPARE(run(relativePaths, spelled, settings), names);
     }
 
+    // A run into the sources' own folder, skipping or not; a name without an extension.
     void neverTheSourceItself()
     {
         const QString folder = QFileInfo(touch(m_dir.filePath(u"here/Take.wav"_qs))).path();
         for (bool skipExisting : {false, true})
             QCOMPARE(run({u"Take.wav"_qs}, folder, {.skipExisting = skipExisting}, folder),
                      QStringList{u"Take 2.wav"_qs});
-    }
-
-    void aNameWithoutExtensionIsNumbered()
-    {
         QCOMPARE(FileNamingService::uniquePath(at(u"README"_qs), {}), at(u"README 2"_qs));
     }
 
+    // Rows of the root, the sources (joined by ",") and whether the root is among them; a
+    // name that only begins alike is another folder.
     void outputInsideASourceFolder()
     {
-        const auto overlaps = [](const char *root, const char *sources) {
-            return OutputPathService().isInsideSourceTree(QString::fromUtf8(root), list(sources));
-        };
-        QCOMPARE(overlaps("/A", "/A/x.wav"), true);
-        QCOMPARE(overlaps("/A/out", "/A/x.wav"), true);
-        QCOMPARE(overlaps("/A", "/A/sub/x.wav"), true);
-        QCOMPARE(overlaps("/AB", "/A/x.wav"), false); // a name that only begins alike
-        QCOMPARE(overlaps("/A/", "/A/sub/x.wav"), true);
-        QCOMPARE(overlaps("/A/out", "/A/b/../x.wav"), true);
-        QCOMPARE(overlaps("/a", "/A/x.wav"), false);
-        QCOMPARE(overlaps("/B", "/A/x.wav|/B/c/y.wav"), true); // the later one decides
-        QCOMPARE(overlaps("/A", ""), false);
+        for (const QString &row : list("/A /A/x.wav 1|/A/out /A/x.wav 1|/A /A/sub/x.wav 1|"
+                                       "/AB /A/x.wav 0|/A/ /A/sub/x.wav 1|/A/out /A/b/../x.wav 1|"
+                                       "/a /A/x.wav 0|/B /A/x.wav,/B/c/y.wav 1|/A - 0")) {
+            const QStringList cells = row.split(u' ');
+            const QStringList sources = cells[1].split(u',').filter(u"/"_qs);
+            QVERIFY2(OutputPathService().isInsideSourceTree(cells[0], sources) ==
+                         (cells[2] == u"1"),
+                     qPrintable(row));
+        }
     }
 
     // Root reads and writes through any permission bits: this runs again as another user.
@@ -287,26 +281,26 @@ private Q_SLOTS:
         QVERIFY(problem && !problem->isEmpty());
     }
 
+    // A new launch finds every choice, the output folder only through its bookmark; a
+    // folder that cannot be remembered forgets the old one.
     void everyChoiceComesBack()
     {
-        ProcessingSettings chosen;
-        chosen.normalizeLoudness = false;
-        chosen.selectedPreset = *LoudnessPreset::builtIn(u"custom");
-        chosen.customTargetLUFS = -18.5;
-        chosen.truePeakCeiling = -2.3;
-        chosen.outputFormatMode = Mode::Mp3;
-        chosen.sampleRateMode = SampleRateMode::Rate48000;
-        chosen.bitDepth = OutputBitDepth::Float32;
-        chosen.revealInFinderWhenComplete = false;
-        chosen.addPrefix = true;
-        chosen.prefix = u"Mix «1» "_qs;
-        chosen.outputFolder = u"/kept/by/the/bookmark"_qs;
+        const ProcessingSettings chosen{.normalizeLoudness = false,
+                                        .selectedPreset = *LoudnessPreset::builtIn(u"custom"),
+                                        .customTargetLUFS = -18.5,
+                                        .truePeakCeiling = -2.3,
+                                        .sampleRateMode = SampleRateMode::Rate48000,
+                                        .bitDepth = OutputBitDepth::Float32,
+                                        .outputFormatMode = Mode::Mp3,
+                                        .outputFolder = u"/kept/by/the/bookmark"_qs,
+                                        .revealInFinderWhenComplete = false,
+                                        .addPrefix = true,
+                                        .prefix = u"Mix «1» "_qs};
         const QString folder = m_dir.filePath(u"Output Ёлка"_qs);
         QVERIFY(QDir().mkpath(folder));
         SettingsStore(preferences(u"round"_qs)).save(chosen);
         SettingsStore(preferences(u"round"_qs)).saveWindowSize({1400, 900});
         Bookmark(preferences(u"round"_qs)).save(folder);
-
         const SettingsStore store(preferences(u"round"_qs));
         ProcessingSettings expected = chosen;
         expected.outputFolder.reset();
@@ -315,95 +309,72 @@ private Q_SLOTS:
         QCOMPARE(Bookmark(preferences(u"round"_qs)).restore(), std::optional(folder));
         QCOMPARE(preferences(u"round"_qs)->value(Bookmark::defaultKey).toByteArray(),
                  folder.toUtf8());
-        // A folder that cannot be remembered forgets the old one.
         Bookmark(preferences(u"round"_qs)).save(u"relative/path"_qs);
         QVERIFY(!preferences(u"round"_qs)->contains(Bookmark::defaultKey));
     }
 
+    // Nothing stored, or no file at all, gives the defaults and writes nothing.
     void nothingStoredGivesTheDefaults()
     {
-        ProcessingSettings defaults;
-        defaults.outputFolder = u"/kept"_qs;
+        const ProcessingSettings defaults{.outputFolder = u"/kept"_qs};
         QCOMPARE(SettingsStore(preferences(u"empty"_qs)).restore(defaults), defaults);
         QCOMPARE(Bookmark(preferences(u"empty"_qs)).restore(), std::nullopt);
         QVERIFY(preferences(u"empty"_qs)->allKeys().isEmpty());
         QCOMPARE(SettingsStore(nullptr).restore(defaults), defaults);
         QCOMPARE(SettingsStore(nullptr).windowSize(), std::nullopt);
-        SettingsStore(nullptr).save(ProcessingSettings()); // no file, nothing to write
+        SettingsStore(nullptr).save(ProcessingSettings());
     }
 
     // Each value is ignored, and kept as it was in the file.
     void storedValuesThatCannotBeTaken()
     {
         int files = 0;
-        const auto ignored = [&](const char *key, const QVariant &stored) {
+        for (const auto &[key, stored] :
+             {std::pair{"processing/preset", QVariant(u"loud"_qs)},
+              {"processing/customTargetLUFS", -3.0},
+              {"processing/customTargetLUFS", u"x"_qs},
+              {"processing/truePeakCeiling", 0.5},
+              {"processing/outputFormat", u"flac"_qs},
+              {"processing/sampleRate", u"96000"_qs},
+              {"processing/bitDepth", 20},
+              {"processing/revealWhenComplete", u"yes"_qs},
+              {"window/size", QSize(0, 0)},
+              {"outputFolderBookmark", QByteArray("\x00\x01bookmark", 10)},
+              {"outputFolderBookmark", QByteArray("relative/folder")},
+              {"outputFolderBookmark", QByteArray("/no/such/folder/anywhere")}}) {
             const QString name = u"ignored "_qs + QString::number(++files);
             preferences(name)->setValue(QLatin1String(key), stored);
-            return SettingsStore(preferences(name)).restore({}) == ProcessingSettings() &&
-                   !SettingsStore(preferences(name)).windowSize() &&
-                   !Bookmark(preferences(name)).restore() &&
-                   preferences(name)->contains(QLatin1String(key));
-        };
-        QVERIFY(ignored("processing/preset", u"loud"_qs));
-        QVERIFY(ignored("processing/customTargetLUFS", -3.0));
-        QVERIFY(ignored("processing/customTargetLUFS", u"x"_qs));
-        QVERIFY(ignored("processing/truePeakCeiling", 0.5));
-        QVERIFY(ignored("processing/outputFormat", u"flac"_qs));
-        QVERIFY(ignored("processing/sampleRate", u"96000"_qs));
-        QVERIFY(ignored("processing/bitDepth", 20));
-        QVERIFY(ignored("processing/revealWhenComplete", u"yes"_qs));
-        QVERIFY(ignored("window/size", QSize(0, 0)));
-        QVERIFY(ignored("outputFolderBookmark", QByteArray("\x00\x01bookmark", 10)));
-        QVERIFY(ignored("outputFolderBookmark", QByteArray("relative/folder")));
-        QVERIFY(ignored("outputFolderBookmark", QByteArray("/no/such/folder/anywhere")));
+            QVERIFY2(SettingsStore(preferences(name)).restore({}) == ProcessingSettings() &&
+                         !SettingsStore(preferences(name)).windowSize() &&
+                         !Bookmark(preferences(name)).restore() &&
+                         preferences(name)->contains(QLatin1String(key)),
+                     key);
+        }
     }
 
-    void formatFromFileName()
+    // Figures are written the C way whatever the locale (a point, ties to even, a kept sign)
+    // and read only as a whole C number; a preset without a target takes the custom one.
+    void numbers()
     {
-        QCOMPARE(SourceAudioFormats::fromFileName(u"Take.AIF"), Format(SourceAudioFormat::Aif));
-        QCOMPARE(SourceAudioFormats::fromFileName(u"Take.aiff"), Format(SourceAudioFormat::Aiff));
-        QCOMPARE(SourceAudioFormats::fromFileName(u"a.mp3.m4a"), Format(SourceAudioFormat::M4a));
-        QCOMPARE(SourceAudioFormats::fromFileName(u"Take.flac"), Format());
-        QCOMPARE(SourceAudioFormats::fromFileName(u"wav"), Format()); // a name, no extension
-    }
-
-    // The custom value for the custom preset and for a preset without a target.
-    void effectiveTarget()
-    {
-        const auto target = [](const LoudnessPreset &preset) {
-            return ProcessingSettings{.selectedPreset = preset, .customTargetLUFS = -18.5}
-                .effectiveTargetLUFS();
-        };
-        QCOMPARE(target(*LoudnessPreset::builtIn(u"podcast")), -16.0);
-        QCOMPARE(target(*LoudnessPreset::builtIn(u"custom")), -18.5);
-        QCOMPARE(target({u"x"_qs, -9.0, true}), -18.5);
-        QCOMPARE(target({u"x"_qs, std::nullopt, false}), -18.5);
-    }
-
-    // Written the C way whatever the locale: a point, ties to even, a kept sign.
-    void fixed()
-    {
-        const auto plainAndSigned = [](double value, int decimals) -> QString {
-            return NumberFormat::fixed(value, decimals) + u' ' +
-                   NumberFormat::signedFixed(value, decimals);
-        };
-        QCOMPARE(plainAndSigned(14.0, 0), u"14 +14"_qs);
-        QCOMPARE(plainAndSigned(-18.25, 1), u"-18.2 -18.2"_qs); // a tie
-        QCOMPARE(plainAndSigned(2.675, 2), u"2.67 +2.67"_qs);   // below half in binary
-        QCOMPARE(plainAndSigned(0.0, 1), u"0.0 +0.0"_qs);
-        QCOMPARE(plainAndSigned(-0.04, 1), u"-0.0 -0.0"_qs);
-        QCOMPARE(plainAndSigned(-std::numeric_limits<double>::infinity(), 2), u"-inf -inf"_qs);
-    }
-
-    // Only the whole text as a C number.
-    void parseDouble()
-    {
+        for (const auto &[value, decimals, text] :
+             {std::tuple{14.0, 0, "14 +14"},
+              {-18.25, 1, "-18.2 -18.2"},
+              {2.675, 2, "2.67 +2.67"},
+              {0.0, 1, "0.0 +0.0"},
+              {-0.04, 1, "-0.0 -0.0"},
+              {-std::numeric_limits<double>::infinity(), 2, "-inf -inf"}})
+            QCOMPARE(NumberFormat::fixed(value, decimals) + u' ' +
+                         NumberFormat::signedFixed(value, decimals),
+                     QString::fromUtf8(text));
         QCOMPARE(NumberFormat::parseDouble(u"-23.54"), std::optional(-23.54));
-        QCOMPARE(NumberFormat::parseDouble(u"7"), std::optional(7.0));
         QCOMPARE(NumberFormat::parseDouble(u"1e3"), std::optional(1000.0));
         for (const QString &text : {u""_qs, u" -1"_qs, u"-23.5x"_qs, u"-23,5"_qs, u"1,000.5"_qs,
                                     u"abc"_qs, u"\u22121"_qs})
             QVERIFY2(!NumberFormat::parseDouble(text), qPrintable(text));
+        QCOMPARE((ProcessingSettings{.selectedPreset = {u"x"_qs, std::nullopt, false},
+                                     .customTargetLUFS = -18.5}
+                      .effectiveTargetLUFS()),
+                 -18.5);
     }
 };
 
