@@ -8,34 +8,26 @@
 
 #include <functional>
 #include <mutex>
-#include <optional>
 
-// Stands in for ffmpeg: records every call and answers from a script.
+// Stands in for ffmpeg: records the arguments of every call and answers from a script.
 class FakeFFmpegRunner final : public FFmpegRunning
 {
 public:
-    struct Call
-    {
-        QStringList arguments;
-        const CancellationToken *token = nullptr;
-    };
-
     // Called for every run; returns the result or throws.
     std::function<FFmpegResult(const QStringList &)> respond = [](const QStringList &) {
         return FFmpegResult{};
     };
 
-    FFmpegResult run(const QStringList &arguments,
-                     const CancellationToken &cancellation) const override
+    FFmpegResult run(const QStringList &arguments, const CancellationToken &) const override
     {
         {
             const std::lock_guard guard(m_lock);
-            m_calls.append({arguments, &cancellation});
+            m_calls.append(arguments);
         }
         return respond(arguments);
     }
 
-    QList<Call> calls() const
+    QList<QStringList> calls() const
     {
         const std::lock_guard guard(m_lock);
         return m_calls;
@@ -43,5 +35,5 @@ public:
 
 private:
     mutable std::mutex m_lock;
-    mutable QList<Call> m_calls;
+    mutable QList<QStringList> m_calls;
 };
