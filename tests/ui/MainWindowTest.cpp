@@ -77,7 +77,6 @@ class MainWindowTest : public QObject
         QTest::mouseClick(window(), Qt::LeftButton, modifiers, centre.toPoint());
     }
 
-    // The window on the stand-ins, with the preferences file of this test.
     void launch()
     {
         m_app =
@@ -138,6 +137,7 @@ private Q_SLOTS:
         QTRY_VERIFY(item("completionScreen")->isVisible());
         QCOMPARE(textOf("filesProcessed"), u"2 files processed"_qs);
         QCOMPARE(textOf("reachedLine"), u"1 reached target loudness"_qs);
+        QVERIFY(!item("peakLimitedLine")->isVisible());
         QCOMPARE(textOf("failedLine"), u"1 failed"_qs);
         QTRY_VERIFY(item("failureList")->isVisible());
         QVERIFY(item("revealButton")->isEnabled());
@@ -214,7 +214,6 @@ private Q_SLOTS:
         press(Qt::Key_Home);
         QCOMPARE(current(), u"a.wav"_qs);
 
-        // Shift+click: from the anchor (b, ticked with Space) to the row clicked.
         QQuickItem *rowE = nullptr;
         for (QQuickItem *row : list->property("contentItem").value<QQuickItem *>()->childItems())
             if (row->property("fileName").toString() == u"e.wav" && row->isVisible())
@@ -222,8 +221,10 @@ private Q_SLOTS:
         click(rowE, Qt::ShiftModifier);
         QCOMPARE(ticked(), u"b.wav c.wav e.wav"_qs);
         QCOMPARE(current(), u"e.wav"_qs);
+        item<QObject>("itemDetailSheet")->setProperty("showDetails", true); // every opening folds
         press(Qt::Key_Return);
         QTRY_VERIFY(isOpen("itemDetailSheet"));
+        QVERIFY(!item<QObject>("itemDetailSheet")->property("showDetails").toBool());
         QCOMPARE(item<QObject>("itemDetailSheet")->property("fileName").toString(), u"e.wav"_qs);
         click(item("detailDone"));
         QTRY_VERIFY(!isOpen("itemDetailSheet"));
@@ -277,7 +278,6 @@ private Q_SLOTS:
         f().setOutputFolder();
         vm().process();
         QVERIFY(window()->title().startsWith(u"Processing 0 of 2"));
-        // The sheets open and close over a run.
         click(item("aboutButton"));
         QTRY_VERIFY(isOpen("aboutSheet"));
         press(Qt::Key_Escape);
@@ -453,6 +453,7 @@ private Q_SLOTS:
         QCOMPARE(files->nameFilters(), QStringList{u"Аудиофайлы (*.wav *.m4a)"_qs});
         const auto folders = FilePanelPresenter::makeDialog(Panel::Folders);
         QCOMPARE(folders->fileMode(), QFileDialog::Directory);
+        QVERIFY(folders->testOption(QFileDialog::ShowDirsOnly));
         const auto destination = FilePanelPresenter::makeDialog(Panel::Destination);
         QCOMPARE(destination->fileMode(), QFileDialog::Directory);
         QCOMPARE(destination->windowTitle(), u"Выберите, куда сохранять подготовленное аудио"_qs);
@@ -512,7 +513,6 @@ private:
         QVERIFY(numbers >= 2);
     }
 
-    // Shown: visible, and neither it nor anything above it transparent.
     static bool shown(QQuickItem *item)
     {
         for (; item; item = item->parentItem())
