@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Whatever the files, the disk or the timing: sources stay byte for byte as
-// they were, no hidden part file survives, no ffmpeg outlives its run and no
-// child is left unreaped, every failure says in the interface's words what
-// went wrong with which file (and keeps the details), and the other files go
-// on to their proper end. QtTest's watchdog aborts a case that hangs.
-//
-// TONBROOK_STRESS=1 (make stress) adds the two-hour file and runs the timing
-// cases a hundred times each with seeded random moments.
+// Whatever the files, the disk or the timing: sources stay as they were, no
+// part file, ffmpeg or unreaped child is left, every failure says in the
+// interface's words what went wrong with which file, and the other files go on
+// to their proper end. TONBROOK_STRESS=1 (make stress) adds the two-hour file
+// and runs the timing cases a hundred times each with seeded random moments.
 #include "RunChecks.h"
 #include "app/MainViewModel.h"
 #include "engine/FFmpegRunner.h"
@@ -39,12 +36,11 @@ bool stress()
 
 enum class Expect
 {
-    Processed,   // done or warning, with its output written
-    Failed,      // failed, with a translated message and details
-    Either,      // ffmpeg may read some of it or none; either end is honest
-    NotImported, // never reaches the queue
-    Untouched,   // still ready: the run stopped before it for a reason not its own
-    Stopped,     // anything but failed or still going: the user stopped the run
+    Processed, // done or warning, with its output written
+    Failed,    // failed, with a translated message and details
+    Either,    // ffmpeg may read some of it or none; either end is honest
+    Untouched, // still ready: the run stopped before it for a reason not its own
+    Stopped,   // anything but failed or still going: the user stopped the run
 };
 
 struct Input
@@ -110,16 +106,11 @@ QList<Input> hostileFiles()
         return take(path, 3) &&
                writeBytes(path, RunChecks::contents(path).left(QFileInfo(path).size() / 2));
     };
-    // A link to a file in the same folder.
-    const auto linked = [](const QString &target) {
-        return [=](Path path) { return QFile::link(QFileInfo(path).path() + target, path); };
-    };
     QByteArray noise(65536, Qt::Uninitialized);
     QRandomGenerator(7).fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
     QList<Input> inputs{
         {u"garbage/empty.wav"_qs, Expect::Failed, bytes({})},
         {u"garbage/notes.wav"_qs, Expect::Failed, bytes("Scene 3: rain, then thunder.\n")},
-        {u"garbage/readme.m4a"_qs, Expect::Failed, bytes(QByteArray(4096, 'x'))},
         {u"garbage/random.aiff"_qs, Expect::Failed, bytes(noise)},
         {u"garbage/cover.mp3"_qs, Expect::Failed,
          bytes(QByteArray::fromBase64(
@@ -141,25 +132,9 @@ QList<Input> hostileFiles()
         {u"shapes/telephone.wav"_qs, Expect::Processed, audio(2, 8000, 1)},
         {u"shapes/hi-res.wav"_qs, Expect::Processed, audio(2, 192000)},
         {u"shapes/blip 10 ms.wav"_qs, Expect::Processed, audio(0.01)},
-        {u"links/real.wav"_qs, Expect::Processed, audio(1)},
-        {u"links/link.wav"_qs, Expect::NotImported, linked(u"/real.wav"_qs)},
-        {u"links/dangling.wav"_qs, Expect::NotImported, linked(u"/gone.wav"_qs)},
-        {u"links/pipe.wav"_qs, Expect::NotImported,
-         [](Path path) { return ::mkfifo(encodedPath(path), 0644) == 0; }},
-        {u"links/loop/inner.wav"_qs, Expect::Processed, audio(1)},
-        {u"links/loop/again/inner.wav"_qs, Expect::NotImported,
-         [](Path path) {
-             const QString again = QFileInfo(path).path(); // a link to the folder it is in
-             return QFile::link(QFileInfo(again).path(), again);
-         }},
         // Permission bits mean nothing to root: the run is made as nobody.
-        {u"unreadable/open.wav"_qs, Expect::Processed, audio(1)},
         {u"unreadable/locked.wav"_qs, Expect::Failed,
          [](Path path) { return take(path, 1) && QFile::setPermissions(path, {}); }},
-        {u"unreadable/locked folder/inside.wav"_qs, Expect::NotImported,
-         [](Path path) {
-             return take(path, 1) && QFile::setPermissions(QFileInfo(path).path(), {});
-         }},
     };
     // The last is as long as a name may be: 255 bytes.
     for (const QString &name : QStringList{
@@ -180,16 +155,6 @@ QList<Input> hostileFiles()
                                8000, 1);
                        }});
     return inputs;
-}
-
-// The first hidden file that appears below the folder.
-QString firstPartFile(const QString &root)
-{
-    QStringList parts;
-    if (!QTest::qWaitFor([&] { return !(parts = RunChecks::partFilesBelow(root)).isEmpty(); },
-                         60000))
-        return {};
-    return parts.value(0);
 }
 
 } // namespace
@@ -261,29 +226,23 @@ class ReliabilityTest : public QObject
             const QString why = displayedPath(input.name).replace(u'\n', u"\\n"_qs) + u' ' +
                                 status + u' ' + message + u' ' +
                                 entry.value(u"errorDetails").toString().left(300);
-            QVERIFY2(entry.isEmpty() == (input.expect == Expect::NotImported), qPrintable(why));
+            QVERIFY2(!entry.isEmpty(), qPrintable(why));
             const bool processed = status == u"done" || status == u"warning";
             const bool failed = status == u"failed";
-            switch (input.expect) {
-            case Expect::NotImported:
-                continue;
-            case Expect::Untouched:
-                QVERIFY2(status == u"ready", qPrintable(why));
-                continue;
-            case Expect::Processed:
-            case Expect::Failed:
-                QVERIFY2(input.expect == Expect::Processed ? processed : failed, qPrintable(why));
-                break;
-            case Expect::Either:
-                QVERIFY2(processed || failed, qPrintable(why));
-                break;
-            case Expect::Stopped:
-                QVERIFY2(!failed && status != u"analyzing" && status != u"processing",
-                         qPrintable(why));
-            }
+            QVERIFY2(input.expect == Expect::Processed ? processed
+                     : input.expect == Expect::Failed  ? failed
+                     : input.expect == Expect::Either  ? processed || failed
+                     : input.expect == Expect::Untouched
+                         ? status == u"ready"
+                         : !failed && status != u"analyzing" && status != u"processing",
+                     qPrintable(why));
+            struct stat written
+            {};
             if (processed && !out.isEmpty()) {
                 QCOMPARE(entry.value(u"output").toString(), out + u'/' + input.name);
-                QVERIFY2(existsAt(entry.value(u"output").toString()), qPrintable(why));
+                QVERIFY2(::stat(encodedPath(out + u'/' + input.name), &written) == 0 &&
+                             written.st_size > 0,
+                         qPrintable(why));
             } else if (failed) {
                 QVERIFY2(failureMessages(fileNameOf(input.name)).contains(message),
                          qPrintable(why));
@@ -291,13 +250,6 @@ class ReliabilityTest : public QObject
                 QVERIFY2(entry.value(u"output").isNull(), qPrintable(why));
             }
         }
-    }
-
-    static bool existsAt(const QString &path)
-    {
-        struct stat info
-        {};
-        return ::stat(encodedPath(path), &info) == 0 && info.st_size > 0;
     }
 
     // No job still running: every ffmpeg gone and every item settled.
@@ -357,14 +309,13 @@ private Q_SLOTS:
         RunChecks::checkReport(out + u"/report.csv"_qs,
                                RunChecks::printedBy(run.out, u"source"_qs));
         checkAfterRun(sources, {in, out});
-        QFile::setPermissions(in + u"/unreadable/locked folder"_qs, QFile::Permissions(0x7000));
     }
 
     void sourcesRemovedOrReplacedAfterImport()
     {
         const QString in = path(u"replaced/in"_qs);
         const QString out = path(u"replaced/out"_qs);
-        for (const char *name : {"removed.wav", "now a pipe.wav", "now longer.wav", "kept.wav"})
+        for (const char *name : {"removed.wav", "now a pipe.wav", "now quieter.wav"})
             QVERIFY(take(in + u'/' + QLatin1StringView(name), 1.5));
         auto vm = controller(out);
         vm->importPaths({in});
@@ -374,8 +325,7 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(in + u"/removed.wav"_qs) &&
                 QFile::remove(in + u"/now a pipe.wav"_qs));
         QCOMPARE(::mkfifo(encodedPath(in + u"/now a pipe.wav"_qs), 0644), 0);
-        QVERIFY(
-            RunChecks::writeAudio(in + u"/now longer.wav"_qs, {Segment::noise(-30, 4)}, 44100, 1));
+        QVERIFY(RunChecks::writeAudio(in + u"/now quieter.wav"_qs, {Segment::noise(-36, 2)}));
         const auto sources = RunChecks::snapshot(in);
         vm->process();
         QTRY_COMPARE_WITH_TIMEOUT(vm->screenState(), AppScreenState::Completed, 60000);
@@ -389,16 +339,10 @@ private Q_SLOTS:
         QCOMPARE(pipe->status.kind(), ProcessingStatus::Kind::Failed);
         QVERIFY(failureMessages(pipe->relativePath).contains(pipe->status.message()));
         QVERIFY(pipe->errorDetails && !pipe->errorDetails->isEmpty());
-        QCOMPARE(items.value(u"kept.wav"_qs)->status.kind(), ProcessingStatus::Kind::Done);
-        // Rewritten at another level after it was measured: written with the new loudness.
-        const AudioFileItem *longer = items.value(u"now longer.wav"_qs);
-        QCOMPARE(longer->status.kind(), ProcessingStatus::Kind::Done);
-        const LoudnessMeasurement now =
-            LoudnessAnalysisService(std::make_shared<FFmpegRunner>(TestEnvironment::ffmpegPath()))
-                .analyze(in + u"/now longer.wav"_qs, -16, -1, CancellationToken());
-        QVERIFY(longer->result && longer->result->originalLUFS);
-        QVERIFY2(std::abs(*longer->result->originalLUFS - now.inputI) < 0.01,
-                 qPrintable(QString::number(*longer->result->originalLUFS)));
+        // Rewritten 18 dB lower after it was measured: written with the new loudness.
+        const AudioFileItem *quieter = items.value(u"now quieter.wav"_qs);
+        QCOMPARE(quieter->status.kind(), ProcessingStatus::Kind::Done);
+        QVERIFY(quieter->result && quieter->result->originalLUFS.value_or(0) < -27);
         checkAfterRun(sources, {in, out});
     }
 
@@ -499,11 +443,27 @@ private Q_SLOTS:
         const QString out = path(u"disturbed/"_qs + tag);
         const auto sources = RunChecks::snapshot(in);
         const QStringList arguments{u"--json"_qs, u"-o"_qs, out, in};
+        // A part file seen may be finished a moment later: the output name of
+        // the first whose writer is still there (and is sent the signal).
+        const auto beingWritten = [&out](int toWriter) {
+            QString name;
+            return QTest::qWaitFor(
+                       [&] {
+                           for (const QString &part : RunChecks::partFilesBelow(out))
+                               if (name.isEmpty() &&
+                                   RunChecks::ffmpegProcessesMentioning(part, toWriter))
+                                   name = PartFile::destinationName(fileNameOf(part));
+                           return !name.isEmpty();
+                       },
+                       60000)
+                       ? name
+                       : QString();
+        };
         auto cli = RunChecks::startCli(arguments);
         if (whileMeasuring)
             QTRY_VERIFY_WITH_TIMEOUT(RunChecks::ffmpegProcessesMentioning(in) > 0, 10000);
         else
-            QVERIFY(!firstPartFile(out).isEmpty());
+            QVERIFY(!beingWritten(0).isEmpty());
         QList<Input> inputs;
         for (int i = 1; i <= 4; ++i)
             inputs.append({u"take %1.wav"_qs.arg(i), signal ? Expect::Stopped : Expect::Processed});
@@ -515,29 +475,12 @@ private Q_SLOTS:
         } else if (tag.startsWith(u"output folder")) {
             // Pulled away while an ffmpeg still writes there, so that at least
             // its file fails, however fast the machine.
-            QVERIFY(QTest::qWaitFor(
-                [&] {
-                    for (const QString &part : RunChecks::partFilesBelow(out))
-                        if (RunChecks::ffmpegProcessesMentioning(part) > 0)
-                            return true;
-                    return false;
-                },
-                60000));
-            QVERIFY(QDir(out).removeRecursively());
+            QVERIFY(!beingWritten(0).isEmpty() && QDir(out).removeRecursively());
             for (Input &input : inputs)
                 input.expect = Expect::Either;
         } else {
-            // A part file seen may be finished a moment later: take the first
-            // whose writer is still there to be killed.
-            QString victim;
-            QVERIFY(QTest::qWaitFor(
-                [&] {
-                    for (const QString &part : RunChecks::partFilesBelow(out))
-                        if (victim.isEmpty() && RunChecks::ffmpegProcessesMentioning(part, SIGKILL))
-                            victim = PartFile::destinationName(fileNameOf(part));
-                    return !victim.isEmpty();
-                },
-                60000));
+            const QString victim = beingWritten(SIGKILL);
+            QVERIFY(!victim.isEmpty());
             for (Input &input : inputs)
                 input.expect = input.name == victim ? Expect::Failed : Expect::Processed;
         }
@@ -572,51 +515,9 @@ private Q_SLOTS:
         checkAfterRun(sources, {in, out});
     }
 
-    // A report is written whole or not at all, and never over audio.
-    void reports_data()
-    {
-        QTest::addColumn<QString>("target");
-        QTest::addColumn<int>("status");
-        QTest::newRow("on a full disk") << u"full/report.csv"_qs << 1;
-        QTest::newRow("over a queued source") << u"in/take 1.wav"_qs << 2;
-        QTest::newRow("named like audio") << u"report.wav"_qs << 2;
-    }
-
-    void reports()
-    {
-        QFETCH(QString, target);
-        QFETCH(int, status);
-        const QString root = path(u"reports/"_qs + QLatin1StringView(QTest::currentDataTag()));
-        QVERIFY(take(root + u"/in/take 1.wav"_qs, 1));
-        const QString report = root + u'/' + target;
-        const QString full = root + u"/full"_qs;
-        if (status == 1) {
-            QDir().mkpath(full);
-            if (::mount("tonbrook-test", encodedPath(full), "tmpfs", 0, "size=64k") != 0)
-                QSKIP("cannot mount a small file system here");
-            QVERIFY(writeBytes(report, "the previous report\r\n"));
-            QFile filler(full + u"/filler"_qs);
-            QVERIFY(filler.open(QIODevice::WriteOnly));
-            while (filler.write(QByteArray(4096, 'x')) == 4096 && filler.flush()) {
-            }
-        }
-        const auto before = RunChecks::snapshot(root);
-        const RunChecks::CliRun run = RunChecks::runCli(
-            {u"-o"_qs, root + u"/out"_qs, u"--report"_qs, report, root + u"/in"_qs});
-        const QByteArray kept = RunChecks::contents(report);
-        ::umount(encodedPath(full));
-        QCOMPARE(run.status, status);
-        QVERIFY2(run.err.contains(status == 1 ? systemErrorText(ENOSPC)
-                                              : L::text(L::ReportOverAudioRefused, report)),
-                 qPrintable(run.err));
-        if (status == 1)
-            QCOMPARE(kept, QByteArray("the previous report\r\n"));
-        else
-            QVERIFY(RunChecks::changedSince(before).isEmpty());
-    }
-
     // A disk or an installation that fails every file: each says so, or the
-    // run stops with one message before any file is blamed.
+    // run stops with one message before any file is blamed. A report that does
+    // not fit on the full disk leaves the previous one whole.
     void faults_data()
     {
         QTest::addColumn<QString>("fault");
@@ -635,14 +536,12 @@ private Q_SLOTS:
         const bool full = fault.startsWith(u"full");
         QList<Input> inputs;
         for (const QString &name : {u"one.wav"_qs, u"two.wav"_qs, u"three.wav"_qs}) {
-            QVERIFY(take(in + u'/' + name, full ? 30 : 1));
-            // The first of them may still fit on the small disk.
-            inputs.append({name, installation ? Expect::Untouched
-                                 : full       ? Expect::Either
-                                              : Expect::Failed});
+            QVERIFY(take(in + u'/' + name, 1));
+            inputs.append({name, installation ? Expect::Untouched : Expect::Failed});
         }
         const auto sources = RunChecks::snapshot(in);
         QString program = RunChecks::cliPath();
+        QStringList arguments{u"--json"_qs, u"-o"_qs, out, in};
         QDir().mkpath(out);
         if (!installation && !full) {
             QVERIFY(QFile::setPermissions(out, QFile::ReadOwner | QFile::ExeOwner |
@@ -657,19 +556,27 @@ private Q_SLOTS:
             if (fault.endsWith(u"executable"))
                 QVERIFY(QFile::copy(TestEnvironment::ffmpegPath(), ffmpeg) &&
                         QFile::setPermissions(ffmpeg, QFile::ReadOwner | QFile::WriteOwner));
-        } else if (::mount("tonbrook-test", encodedPath(out), "tmpfs", 0, "size=3m") != 0) {
-            QSKIP(
-                "cannot mount a 3 MB file system here; run as root outside a restricted container");
+        } else if (::mount("tonbrook-test", encodedPath(out), "tmpfs", 0, "size=256k") == 0) {
+            arguments << u"--report"_qs << out + u"/report.csv"_qs;
+            QVERIFY(writeBytes(arguments.last(), "the previous report\r\n"));
+            QFile filler(out + u"/filler"_qs);
+            QVERIFY(filler.open(QIODevice::WriteOnly));
+            while (filler.write(QByteArray(4096, 'x')) == 4096 && filler.flush()) {
+            }
+        } else {
+            QSKIP("cannot mount a small file system here; run as root outside a restricted "
+                  "container");
         }
-        const RunChecks::CliRun run = RunChecks::runCli({u"--json"_qs, u"-o"_qs, out, in}, 240000,
-                                                        program, !installation && !full);
+        const RunChecks::CliRun run =
+            RunChecks::runCli(arguments, 240000, program, !installation && !full);
         if (full) {
+            const QByteArray kept = RunChecks::contents(arguments.last());
             ::umount(encodedPath(out));
-            int messages = 0;
+            QCOMPARE(kept, QByteArray("the previous report\r\n"));
+            QVERIFY2(run.err.contains(systemErrorText(ENOSPC)), qPrintable(run.err));
             for (const QJsonObject &entry : RunChecks::printedBy(run.out, u"source"_qs))
-                messages += entry.value(u"message").toString() ==
-                            L::text(L::DiskFullMessage, fileNameOf(entry[u"source"].toString()));
-            QVERIFY2(messages > 0, run.out.constData());
+                QCOMPARE(entry.value(u"message").toString(),
+                         L::text(L::DiskFullMessage, fileNameOf(entry[u"source"].toString())));
         }
         QVERIFY2(run.finished, qPrintable(u"crashed or hung: "_qs + run.err));
         QCOMPARE(run.status, installation ? 3 : 1);

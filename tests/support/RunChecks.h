@@ -37,7 +37,7 @@ inline QString cliPath()
     return TestEnvironment::buildBinDirectory() + QStringLiteral("/tonbrook-cli");
 }
 
-// Starts the command line front end. Unprivileged, a root test runs it as
+// Starts the command line front end; unprivileged, a root test runs it as
 // nobody, for whom permission bits count.
 inline std::unique_ptr<QProcess> startCli(const QStringList &arguments,
                                           const QString &program = cliPath(),
@@ -59,10 +59,9 @@ inline std::unique_ptr<QProcess> startCli(const QStringList &arguments,
 inline CliRun finishCli(QProcess &process, int boundMs = 120000)
 {
     const bool ended = process.waitForFinished(boundMs);
-    if (!ended) {
+    if (!ended)
         process.kill();
-        process.waitForFinished();
-    }
+    process.waitForFinished();
     return {ended && process.exitStatus() == QProcess::NormalExit, process.exitCode(),
             process.readAllStandardOutput(), QString::fromUtf8(process.readAllStandardError())};
 }
@@ -174,25 +173,17 @@ inline QMap<QString, QJsonObject> printedBy(const QByteArray &json, const QStrin
     return printed;
 }
 
-// A CSV report as Python's csv module reads it: a reader that shares no code with the writer.
-inline QList<QStringList> csvRows(const QString &path)
+// Below its header, the report of a --json run has one row per result printed, with its
+// names, figures and outcome, as Python's csv module (no code shared with the writer) reads it;
+// every output printed is on disk under its result's name.
+inline void checkReport(const QString &report, const QMap<QString, QJsonObject> &printed)
 {
     QProcess reader;
     reader.start(QStringLiteral("python3"),
-                 {QStringLiteral(TONBROOK_TEST_SOURCE_DIR "/files/read_csv.py"), path});
-    QList<QStringList> rows;
-    if (reader.waitForFinished(30000) && reader.exitCode() == 0)
-        for (const QJsonValue &row :
-             QJsonDocument::fromJson(reader.readAllStandardOutput())[u"rows"].toArray())
-            rows.append(row.toVariant().toStringList());
-    return rows;
-}
-
-// Below its header, the report of a --json run has one row per result printed, with its
-// names, figures and outcome; every output printed is on disk under its result's name.
-inline void checkReport(const QString &report, const QMap<QString, QJsonObject> &printed)
-{
-    QList<QStringList> rows = csvRows(report);
+                 {QStringLiteral(TONBROOK_TEST_SOURCE_DIR "/files/read_csv.py"), report});
+    QVERIFY(reader.waitForFinished(30000) && reader.exitCode() == 0);
+    QVariantList rows =
+        QJsonDocument::fromJson(reader.readAllStandardOutput())[u"rows"].toArray().toVariantList();
     QVERIFY2(!rows.isEmpty(), qPrintable(report));
     rows.removeFirst();
     for (const QJsonObject &entry : printed) {
@@ -202,7 +193,8 @@ inline void checkReport(const QString &report, const QMap<QString, QJsonObject> 
         QVERIFY2(output.isEmpty() || (::access(encodedPath(output).constData(), F_OK) == 0 &&
                                       fileNameOf(output) == outputName),
                  qPrintable(output));
-        const auto same = [&](const QStringList &row) {
+        const auto same = [&](const QVariant &cells) {
+            const QStringList row = cells.toStringList();
             if (row.size() != 7 || row[6] != result[u"outcome"].toString() ||
                 row[0] != displayedPath(result[u"sourceFileName"].toString()) ||
                 row[1] != displayedPath(outputName))
@@ -217,13 +209,13 @@ inline void checkReport(const QString &report, const QMap<QString, QJsonObject> 
             }
             return true;
         };
-        if (result.isEmpty())
-            continue;
-        const auto found = std::find_if(rows.begin(), rows.end(), same);
-        QVERIFY2(found != rows.end(), QJsonDocument(entry).toJson().constData());
-        rows.erase(found);
+        if (!result.isEmpty()) {
+            const auto found = std::find_if(rows.begin(), rows.end(), same);
+            QVERIFY2(found != rows.end(), QJsonDocument(entry).toJson().constData());
+            rows.erase(found);
+        }
     }
-    QCOMPARE(rows, QList<QStringList>());
+    QCOMPARE(rows, QVariantList());
 }
 
 } // namespace RunChecks
