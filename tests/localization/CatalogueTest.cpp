@@ -143,7 +143,11 @@ private Q_SLOTS:
         QCOMPARE(manager.selection(), Language::System);
         QSignalSpy changed(&manager, &LanguageManager::languageChanged);
         QSignalSpy selected(&manager, &LanguageManager::selectionChanged);
-        const auto stored = [&] { return QSettings(fixture.path(), QSettings::IniFormat); };
+        const auto nextLaunch = [&] {
+            return LanguageManager(
+                       std::make_unique<QSettings>(fixture.path(), QSettings::IniFormat), {})
+                .selection();
+        };
         // The system spoke Russian already, so choosing it changes no text.
         for (const auto &[choice, value, changes, choices, files] :
              {std::tuple{Language::Ru, "ru", 0, 1, u"2 файла"_qs},
@@ -151,11 +155,10 @@ private Q_SLOTS:
               {Language::En, "en", 1, 2, u"2 files"_qs},
               {Language::System, "system", 2, 3, u"2 файла"_qs}}) {
             manager.setSelection(choice);
-            QCOMPARE(stored().value(LanguageManager::key).toString(), QLatin1String(value));
-            QCOMPARE(LanguageManager(
-                         std::make_unique<QSettings>(fixture.path(), QSettings::IniFormat), {})
-                         .selection(),
-                     choice);
+            QFile file(fixture.path()); // on disk at once, not only in this process
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QVERIFY(file.readAll().contains(QByteArray("languageSelection=").append(value)));
+            QCOMPARE(nextLaunch(), choice);
             QCOMPARE(changed.count(), changes);
             QCOMPARE(selected.count(), choices);
             QCOMPARE(L::text(L::Files, 2), files);
@@ -164,11 +167,9 @@ private Q_SLOTS:
                      files == u"2 files");
         }
         for (const char *unknown : {"EN", "de"}) {
-            stored().setValue(LanguageManager::key, QLatin1String(unknown));
-            QCOMPARE(LanguageManager(
-                         std::make_unique<QSettings>(fixture.path(), QSettings::IniFormat), {})
-                         .selection(),
-                     Language::System);
+            QSettings(fixture.path(), QSettings::IniFormat)
+                .setValue(LanguageManager::key, QLatin1String(unknown));
+            QCOMPARE(nextLaunch(), Language::System);
         }
     }
 
