@@ -73,14 +73,7 @@ public:
         }
         return paths;
     }
-
-    QStringList numberedFiles(int count, const QString &stem = QStringLiteral("Take")) const
-    {
-        QStringList names;
-        for (int i = 1; i <= count; ++i)
-            names.append(QStringLiteral("%1 %2.wav").arg(stem).arg(i));
-        return files(names);
-    }
+    QStringList numberedFiles(int count) const { return files(takes(1, count)); }
 
     // Every file still to be measured at -20 LUFS; true once measuring is over.
     bool measureAll()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // The queue, the selection, the output folder and the texts derived from them.
+// What the window's flows already show (drops, notices in two languages, the
+// process button and footer) is left to the window tests.
 #include "../localization/LanguageFixture.h"
 #include "ControllerFixture.h"
 #include "localization/L.h"
@@ -19,74 +21,46 @@ class QueueManagementTest : public QObject
     LanguageFixture m_language;
 
 private Q_SLOTS:
-    void init() { m_language.manager().setSelection(AppLanguage::En); }
-
-    // Each import is a list of paths under in/; an empty notice is none at all.
     void importNotices_data()
     {
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QList<QStringList>>("imports");
-        QTest::addColumn<QString>("english");
-        QTest::addColumn<QString>("russian");
-        const QStringList a{u"a.wav"_qs};
+        QTest::addColumn<QList<QStringList>>("imports"); // paths under in/, one list per import
+        QTest::addColumn<QString>("notice");             // empty: none at all
         QTest::newRow("added, queued, skipped")
-            << QStringList{u"a.wav"_qs, u"b.wav"_qs, u"notes.txt"_qs, u"cover.jpg"_qs}
-            << QList<QStringList>{{u"a.wav"_qs, u"b.wav"_qs, u"notes.txt"_qs, u"cover.jpg"_qs,
-                                   u"a.wav"_qs}}
+            << QList<QStringList>{{u"a.wav"_qs, u"b.wav"_qs, u"n.txt"_qs, u"c.jpg"_qs, u"a.wav"_qs}}
             << u"2 added \u00b7 1 already in queue \u00b7 2 files skipped: unsupported format "
-               u"(jpg, txt)"_qs
-            << u"2 файла добавлены \u00b7 1 файл уже в очереди \u00b7 2 файла пропущены: "
-               u"неподдерживаемый формат (jpg, txt)"_qs;
-        QTest::newRow("already queued") << a << QList<QStringList>{a, a} << u"1 already in queue"_qs
-                                        << u"1 файл уже в очереди"_qs;
+               u"(jpg, txt)"_qs;
         QTest::newRow("nothing given: the notice stays")
-            << a << QList<QStringList>{a, {}} << u"1 added"_qs << u"1 файл добавлен"_qs;
+            << QList<QStringList>{{u"a.wav"_qs}, {}} << u"1 added"_qs;
         QTest::newRow("nothing new, nothing skipped")
-            << QStringList{u"quiet/readme.txt"_qs}
-            << QList<QStringList>{{u"missing"_qs}, {u"quiet"_qs}} << QString() << QString();
-        QTest::newRow("a folder of FLACs")
-            << QStringList{u"Reel/a.flac"_qs, u"Reel/b.FLAC"_qs, u"Reel/c.flac"_qs,
-                           u"Reel/x.txt"_qs}
-            << QList<QStringList>{{u"Reel"_qs}} << u"3 files skipped: unsupported format (flac)"_qs
-            << u"3 файла пропущены: неподдерживаемый формат (flac)"_qs;
+            << QList<QStringList>{{u"missing"_qs}, {u"quiet"_qs}} << QString();
     }
 
     void importNotices()
     {
-        QFETCH(QStringList, files);
         QFETCH(QList<QStringList>, imports);
-        QFETCH(QString, english);
-        QFETCH(QString, russian);
+        QFETCH(QString, notice);
         ControllerFixture f;
-        f.files(files);
+        f.files({u"a.wav"_qs, u"b.wav"_qs, u"n.txt"_qs, u"c.jpg"_qs, u"quiet/n.txt"_qs});
         for (const QStringList &paths : std::as_const(imports)) {
             QStringList absolute;
             for (const QString &path : paths)
                 absolute.append(f.dir.filePath(u"in/"_qs + path));
             f.vm().importPaths(absolute);
         }
-        const auto notice = [](const QString &text) {
-            return text.isEmpty() ? std::nullopt : std::optional(text);
-        };
-        QCOMPARE(f.vm().importNotice(), notice(english));
-        m_language.manager().setSelection(AppLanguage::Ru);
-        f.vm().retranslate();
-        QCOMPARE(f.vm().importNotice(), notice(russian));
+        QCOMPARE(f.vm().importNotice().value_or(QString()), notice);
     }
 
     void importsInTheBackground()
     {
         ControllerFixture f;
         QStringList names;
-        for (int i = 1; i <= 12000; ++i) // more than one slice of rows
+        for (int i = 1; i <= 6000; ++i) // more than one slice of rows
             names.append(u"Big/%1/take %2.wav"_qs.arg(i % 7).arg(i));
-        f.files(names);
-        f.files({u"Small/a.wav"_qs, u"Small/b.wav"_qs});
+        f.files(names << u"Small/a.wav"_qs << u"Small/b.wav"_qs);
         const QString big = f.dir.filePath(u"in/Big"_qs);
 
         // Cancelled before anything was shown: nothing comes in.
         f.vm().importInBackground({big});
-        QVERIFY(f.vm().isImporting());
         f.vm().cancelImport();
         QTRY_VERIFY(!f.vm().isImporting());
         QVERIFY(f.vm().queue().isEmpty());
@@ -95,11 +69,10 @@ private Q_SLOTS:
         // A second import waits for the first, so nothing comes in twice.
         f.vm().importInBackground({big});
         f.vm().importInBackground({f.dir.filePath(u"in/Small"_qs), big});
-        QVERIFY(f.vm().isImporting());
         QTRY_VERIFY_WITH_TIMEOUT(!f.vm().isImporting(), 30000);
-        QCOMPARE(f.vm().queue().size(), 12002);
+        QCOMPARE(f.vm().queue().size(), 6002);
         QCOMPARE(f.vm().importFoundCount(), 2);
-        QCOMPARE(f.vm().importNotice(), std::optional(u"2 added \u00b7 12000 already in queue"_qs));
+        QCOMPARE(f.vm().importNotice(), std::optional(u"2 added \u00b7 6000 already in queue"_qs));
         QVERIFY(f.vm().isAnalyzing());
     }
 
@@ -110,22 +83,20 @@ private Q_SLOTS:
         QTest::addColumn<QList<SortKey>>("presses");
         QTest::addColumn<Filter>("filter");
         QTest::addColumn<QString>("shown");
-        const QString queued = u"take 2, take 9, take 1, take 10"_qs;
+        const QString queued = u"2 9 1 10"_qs;
         QTest::newRow("queue order") << QList<SortKey>{} << Filter::All << queued;
-        QTest::newRow("by name") << QList{SortKey::Name} << Filter::All
-                                 << u"take 1, take 2, take 9, take 10"_qs;
-        QTest::newRow("by name, descending") << QList{SortKey::Name, SortKey::Name} << Filter::All
-                                             << u"take 10, take 9, take 2, take 1"_qs;
+        QTest::newRow("by name") << QList{SortKey::Name} << Filter::All << u"1 2 9 10"_qs;
+        QTest::newRow("by name, descending")
+            << QList{SortKey::Name, SortKey::Name} << Filter::All << u"10 9 2 1"_qs;
         QTest::newRow("a third time: queue order")
             << QList{SortKey::Name, SortKey::Name, SortKey::Name} << Filter::All << queued;
         QTest::newRow("by loudness, unmeasured as the quietest")
-            << QList{SortKey::Loudness} << Filter::All << u"take 10, take 2, take 1, take 9"_qs;
-        QTest::newRow("by folder")
-            << QList{SortKey::Folder} << Filter::All << u"take 9, take 1, take 10, take 2"_qs;
+            << QList{SortKey::Loudness} << Filter::All << u"10 2 1 9"_qs;
+        QTest::newRow("by folder") << QList{SortKey::Folder} << Filter::All << u"9 1 10 2"_qs;
         QTest::newRow("by status, as it changes")
-            << QList{SortKey::Status} << Filter::All << u"take 1, take 2, take 9, take 10"_qs;
-        QTest::newRow("failed") << QList<SortKey>{} << Filter::Failed << u"take 1"_qs;
-        QTest::newRow("not measured") << QList<SortKey>{} << Filter::NotMeasured << u"take 10"_qs;
+            << QList{SortKey::Status} << Filter::All << u"1 2 9 10"_qs;
+        QTest::newRow("failed") << QList<SortKey>{} << Filter::Failed << u"1"_qs;
+        QTest::newRow("not measured") << QList<SortKey>{} << Filter::NotMeasured << u"10"_qs;
     }
 
     void theListSortsAndFilters()
@@ -150,10 +121,9 @@ private Q_SLOTS:
         f.vm().setStatus(ProcessingStatus::failed(u"x"_qs), f.item(u"take 1.wav"_qs).id);
 
         QStringList names;
-        for (int row = 0; row < view.rowCount(); ++row)
+        for (int row = 0; row < view.rowCountShown(); ++row)
             names.append(view.data(view.index(row, 0), QueueModel::FileNameRole).toString());
-        QCOMPARE(names.join(u", ").remove(u".wav"_qs), shown);
-        QCOMPARE(view.rowCountShown(), names.size());
+        QCOMPARE(names.join(u' ').remove(u"take "_qs).remove(u".wav"_qs), shown);
         // A filter hides, it does not touch: the queue and its targets are whole.
         QCOMPARE(f.vm().effectiveTargetIDs().size(), 4);
     }
@@ -161,24 +131,22 @@ private Q_SLOTS:
     void selectionAndTargets()
     {
         ControllerFixture f;
-        QVERIFY(!f.vm().allSelected());
+        QCOMPARE(f.vm().processButtonTitle(), u"Process Files"_qs);
         f.vm().toggleSelectAll(); // an empty queue is never "all selected"
-        QVERIFY(f.vm().selectedIDs().isEmpty());
+        QVERIFY(!f.vm().allSelected());
         f.vm().importPaths(f.numberedFiles(5));
         const QList<AudioFileItem> items = f.vm().queue();
-        QCOMPARE(f.vm().effectiveTargetIDs().size(), 5);
         f.vm().toggleSelection(items[3].id);
         f.vm().toggleSelection(items[1].id);
         f.vm().toggleSelection(QUuid::createUuid()); // not queued: ignored
         QCOMPARE(f.vm().effectiveTargetIDs(), (QList<QUuid>{items[1].id, items[3].id}));
-        QCOMPARE(f.vm().selectedIDs().size(), 2);
         QCOMPARE(f.cell(F::take(2), QueueModel::SelectedRole), u"true"_qs);
         QCOMPARE(f.cell(F::take(3), QueueModel::SelectedRole), u"false"_qs);
         f.vm().removeSelected();
         QCOMPARE(f.vm().effectiveTargetIDs(),
                  (QList<QUuid>{items[0].id, items[2].id, items[4].id}));
+        QCOMPARE(f.vm().footerLeadingText(), u"3 files"_qs);
         f.vm().toggleSelectAll();
-        QVERIFY(f.vm().allSelected());
         f.vm().toggleSelectAll();
         QVERIFY(!f.vm().hasSelection());
 
@@ -202,20 +170,20 @@ private Q_SLOTS:
         QTest::addColumn<QList<int>>("targets");
         QTest::addColumn<QList<int>>("expected");
         const auto all = Filter::All;
-        QTest::newRow("down") << all << QList<int>{} << 1 << 1 << QList{3} << QList{4, 5, 6};
-        QTest::newRow("up") << all << QList<int>{} << 4 << 4 << QList{1} << QList{3, 4, 5, 6};
+        const QList<int> none;
+        QTest::newRow("up") << all << none << 4 << 4 << QList{1} << QList{3, 4, 5, 6};
         QTest::newRow("back one row, ticks outside kept")
             << all << QList{1} << 0 << 0 << QList{1, 2, 1} << QList{1, 2, 4};
         QTest::newRow("back past the anchor")
-            << all << QList<int>{} << 2 << 2 << QList{4, 0} << QList{2, 4, 5};
+            << all << none << 2 << 2 << QList{4, 0} << QList{2, 4, 5};
         QTest::newRow("a tick made before stays")
             << all << QList{6} << 0 << 0 << QList{4, 1} << QList{2, 4, 6};
         QTest::newRow("hidden rows between stay clear")
-            << Filter::NotMeasured << QList<int>{} << 0 << 0 << QList{2} << QList{2, 4, 5};
+            << Filter::NotMeasured << none << 0 << 0 << QList{2} << QList{2, 4, 5};
         QTest::newRow("no anchor: from the current row")
-            << all << QList<int>{} << -1 << 3 << QList{5} << QList{1, 3, 6};
+            << all << none << -1 << 3 << QList{5} << QList{1, 3, 6};
         QTest::newRow("anchor filtered out: from the current row")
-            << Filter::NotMeasured << QList<int>{} << 3 << 1 << QList{2} << QList{4, 5};
+            << Filter::NotMeasured << none << 3 << 1 << QList{2} << QList{4, 5};
     }
 
     void rangesFollowTheOrderShown()
@@ -262,7 +230,6 @@ private Q_SLOTS:
         f.vm().importPaths({f.dir.filePath(u"in"_qs)});
         f.vm().importPaths(f.files({u"alone.wav"_qs}));
         QCOMPARE(f.vm().folderCount(), 2);
-        QCOMPARE(f.vm().fileCount(), 4);
         f.analyzer->release({u"k1.wav"_qs, u"snare.wav"_qs, u"alone.wav"_qs},
                             GatedAnalyzer::measures());
         QTRY_COMPARE(f.vm().analysisDone(), 3);
@@ -272,15 +239,11 @@ private Q_SLOTS:
         f.vm().removeItem(f.item(u"k1.wav"_qs).id);
         QCOMPARE(f.vm().folderCount(), 2);
         f.vm().toggleSelection(f.item(u"k2.wav"_qs).id);
-        f.vm().toggleSelection(f.item(u"alone.wav"_qs).id);
         f.vm().removeSelected();
         QCOMPARE(f.vm().folderCount(), 1);
         QVERIFY(!f.vm().hasUnanalyzedFiles());
         f.vm().clearQueue();
         QCOMPARE(f.vm().folderCount(), 0);
-        f.vm().importPaths({f.dir.filePath(u"in"_qs)});
-        QCOMPARE(f.vm().folderCount(), 2);
-        QVERIFY(f.vm().hasUnanalyzedFiles());
     }
 
     void outputFolderWarningAndMemory()
@@ -291,7 +254,7 @@ private Q_SLOTS:
         f.panels->destination = inside;
         f.vm().chooseOutputFolder();
         QCOMPARE(f.vm().outputWarning(), std::optional(L::text(L::WarnInsideSource)));
-        QCOMPARE(f.preferences->value(u"outputFolderBookmark"_qs).toByteArray(), inside.toUtf8());
+        QCOMPARE(f.vm().footerTrailingText(), inside);
         f.vm().clearQueue();
         QCOMPARE(f.vm().outputWarning(), std::nullopt);
 
@@ -303,25 +266,10 @@ private Q_SLOTS:
         // The next controller on the same preferences finds the folder again.
         QDir().mkpath(inside);
         ControllerFixture next;
-        next.preferences->setValue(u"outputFolderBookmark"_qs, inside.toUtf8());
+        next.preferences->setValue(u"outputFolderBookmark"_qs,
+                                   f.preferences->value(u"outputFolderBookmark"_qs));
         next.vm().restoreOutputFolder();
         QCOMPARE(next.vm().settings().outputFolder, std::optional(inside));
-    }
-
-    void toolbarAndFooterTexts()
-    {
-        ControllerFixture f;
-        QCOMPARE(f.vm().processButtonTitle(), u"Process Files"_qs);
-        QVERIFY(!f.vm().canProcess());
-        QCOMPARE(f.vm().statusText(), u"0 files ready"_qs);
-        QCOMPARE(f.vm().footerTrailingText(), u"No output folder selected"_qs);
-        f.vm().importPaths(f.numberedFiles(5));
-        QCOMPARE(f.vm().processButtonTitle(), u"Process 5 Files"_qs);
-        QVERIFY(!f.vm().canProcess()); // files, but nowhere to write them
-        f.setOutputFolder();
-        QVERIFY(f.vm().canProcess());
-        QCOMPARE(f.vm().footerLeadingText(), u"5 files"_qs);
-        QCOMPARE(f.vm().footerTrailingText(), *f.vm().settings().outputFolder);
     }
 };
 

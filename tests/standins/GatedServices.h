@@ -46,26 +46,20 @@ public:
         m_changed.notify_all();
     }
 
-    QStringList started() const
-    {
-        return locked([this] { return m_started; });
-    }
-    QStringList cancelled() const
-    {
-        return locked([this] { return m_cancelled; });
-    }
+    QStringList started() const { return locked(m_started); }
+    QStringList cancelled() const { return locked(m_cancelled); }
     // Sorted by name.
     QStringList running() const
     {
-        return locked([this] { return QStringList(m_running.cbegin(), m_running.cend()); });
+        const std::lock_guard lock(m_mutex);
+        return {m_running.cbegin(), m_running.cend()};
     }
 
 private:
-    template<typename Read>
-    QStringList locked(Read read) const
+    QStringList locked(const QStringList &names) const
     {
         const std::lock_guard lock(m_mutex);
-        return read();
+        return names;
     }
 
     mutable std::mutex m_mutex;
@@ -96,7 +90,7 @@ public:
 };
 
 // Answers with what the released function returns or throws; a cancelled job
-// ends the way the real service ends one.
+// ends the way the real service ends one. Says it is half-way as it starts.
 class GatedProcessor final : public LoudnessProcessing,
                              public JobGate<std::function<ProcessingResult()>>
 {
@@ -107,20 +101,22 @@ public:
     static Answer writes(ProcessingOutcome outcome = ProcessingOutcome::Success)
     {
         return [outcome] {
-            ProcessingResult result{.sourceFileName = QStringLiteral("x.wav"),
-                                    .outputFileName = QStringLiteral("x.wav"),
-                                    .originalLUFS = -20.0,
-                                    .finalLUFS = -14.0,
-                                    .appliedGain = 6.0,
-                                    .truePeak = -1.0,
-                                    .outcome = outcome};
-            if (outcome == ProcessingOutcome::PeakLimited)
-                result.warningMessage = QStringLiteral("Target -20.00 \u2192 held back");
-            return result;
+            return ProcessingResult{
+                .sourceFileName = QStringLiteral("x.wav"),
+                .outputFileName = QStringLiteral("x.wav"),
+                .originalLUFS = -20.0,
+                .finalLUFS = -14.0,
+                .appliedGain = 6.0,
+                .truePeak = -1.0,
+                .outcome = outcome,
+                .warningMessage = outcome == ProcessingOutcome::PeakLimited
+                                      ? std::optional(QStringLiteral("Target -20.00 \u2192 held"))
+                                      : std::nullopt};
         };
     }
 
-    static Answer fails(ProcessingError error)
+    template<typename Error>
+    static Answer fails(Error error)
     {
         return [error]() -> ProcessingResult { throw error; };
     }
@@ -130,10 +126,9 @@ public:
                              const CancellationToken &cancellation) const override
     {
         return await(fileNameOf(item.sourcePath), cancellation,
-                     []() -> ProcessingResult { throw ProcessingError::cancelled(); })();
+                     fails(ProcessingError::cancelled()))();
     }
 
-    // Says it is half-way as soon as it starts, then waits like process().
     ProcessingResult processReporting(const AudioFileItem &item, const QString &destination,
                                       const OutputEncoding &encoding,
                                       const ProcessingSettings &settings,

@@ -15,14 +15,11 @@ public:
     using Script =
         std::function<LoudnessMeasurement(const QString &path, const CancellationToken &)>;
 
-    ScriptedAnalyzer() = default;
     explicit ScriptedAnalyzer(Script script)
         : respond(std::move(script))
     {}
 
-    Script respond = [](const QString &, const CancellationToken &) {
-        return LoudnessMeasurement{};
-    };
+    Script respond;
 
     LoudnessMeasurement analyze(const QString &filePath, double, double,
                                 const CancellationToken &cancellation) const override
