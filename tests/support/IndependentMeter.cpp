@@ -25,11 +25,9 @@ std::optional<IndependentMeter> IndependentMeter::read(const QString &path,
     if (data < 8)
         return std::nullopt;
     IndependentMeter reading;
-    reading.channels = qFromLittleEndian<quint16>(wav.constData() + 22);
-    reading.sampleRate = qFromLittleEndian<qint32>(wav.constData() + 24);
-    const auto channels = static_cast<unsigned>(reading.channels);
+    const auto channels = qFromLittleEndian<quint16>(wav.constData() + 22);
     std::unique_ptr<ebur128_state, void (*)(ebur128_state *)> state(
-        ebur128_init(channels, static_cast<unsigned long>(reading.sampleRate),
+        ebur128_init(channels, qFromLittleEndian<quint32>(wav.constData() + 24),
                      EBUR128_MODE_I | EBUR128_MODE_LRA | EBUR128_MODE_TRUE_PEAK),
         [](ebur128_state *s) { ebur128_destroy(&s); });
     const auto frames = static_cast<size_t>(wav.size() - data) / (sizeof(float) * channels);

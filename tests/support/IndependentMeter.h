@@ -15,8 +15,6 @@ struct IndependentMeter
     double integratedLUFS = 0;
     double truePeakDBTP = 0;
     double loudnessRange = 0;
-    int sampleRate = 0;
-    int channels = 0;
 
     static std::optional<IndependentMeter> read(const QString &path, const QString &ffmpegPath);
 };

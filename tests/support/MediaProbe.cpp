@@ -26,7 +26,6 @@ std::optional<MediaProbe> MediaProbe::read(const QString &path)
             probe.audioCodec = QString::fromLatin1(avcodec_get_name(codec->codec_id));
             probe.sampleRate = codec->sample_rate;
             probe.channels = codec->ch_layout.nb_channels;
-            probe.bitsPerSample = codec->bits_per_coded_sample;
         } else if (codec->codec_type == AVMEDIA_TYPE_VIDEO) {
             if (stream->disposition & AV_DISPOSITION_ATTACHED_PIC)
                 ++probe.attachedPictures;

@@ -12,7 +12,6 @@ struct MediaProbe
     QString audioCodec;    // e.g. "pcm_s24le", "mp3", "aac"
     int sampleRate = 0;
     int channels = 0;
-    int bitsPerSample = 0; // PCM only
     int attachedPictures = 0;
     int otherVideoStreams = 0;
 

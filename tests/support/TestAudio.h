@@ -31,10 +31,6 @@ public:
         {
             return {Kind::Sine, levelDBFS, seconds, frequency};
         }
-        static Segment square(double levelDBFS, double seconds, double frequency = 1000)
-        {
-            return {Kind::Square, levelDBFS, seconds, frequency};
-        }
         static Segment noise(double levelDBFS, double seconds)
         {
             return {Kind::Noise, levelDBFS, seconds};
