@@ -133,10 +133,10 @@ private Q_SLOTS:
                                                 .relativePath = u"take 1.Aif"_qs,
                                                 .sourceFormat = SourceAudioFormat::Aif}}));
         QVERIFY(!queued[0].id.isNull());
-        // The folder, one of its files again, a link to another, a pipe, a dangling link, the
-        // folder spelled differently, and files that are no audio or not there.
+        // The folder, one of its files again spelled otherwise, a link to another, a pipe, a
+        // dangling link, the folder spelled differently, and files that are no audio or not there.
         const ImportSummary summary =
-            service.importPaths({m_root, at(u"b/Take 2.WAV"_qs), at(u"link to a.mp3"_qs),
+            service.importPaths({m_root, at(u"b/./Take 2.WAV"_qs), at(u"link to a.mp3"_qs),
                                  at(u"pipe.wav"_qs), at(u"dangling.wav"_qs), at(u"./b/../b"_qs),
                                  at(u"notes.txt"_qs), at(u"README"_qs), at(u"missing.wav"_qs)},
                                 queued);
