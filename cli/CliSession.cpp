@@ -102,10 +102,11 @@ void CliSession::start()
     }
     if (m_options.reportPath) {
         if (const auto refusal = m_controller->reportPathRefusal(*m_options.reportPath)) {
+            m_err << "tonbrook-cli: " << *refusal << Qt::endl;
+            // Ended first: the last measurement stopping must not start the run.
+            end(exitUsage);
             m_controller->stopAnalysis();
             m_controller->waitForBackgroundWork();
-            m_err << "tonbrook-cli: " << *refusal << Qt::endl;
-            end(exitUsage);
             return;
         }
     }
