@@ -343,9 +343,6 @@ private Q_SLOTS:
                        blocker + u"/Take 1.wav"};
         QTest::newRow("ffmpeg cannot start: its error as it is") << Failure{
             u"launch fails"_qs, FFmpegError::launchFailed(u"Permission denied"_qs).describe(), 1};
-        QTest::newRow("source gone") << Failure{
-            u"source gone"_qs,
-            ProcessingError::sourceMissing(m_dir.filePath(u"moved away.wav"_qs)).describe(), 0, 0};
         QTest::newRow("destination is the source, converting")
             << Failure{{}, same, 0, 0, m_dir.filePath(u"Take 1.wav"_qs), false};
         QTest::newRow("destination is the source through dot-dot")
@@ -372,13 +369,10 @@ private Q_SLOTS:
             m_analyzer->respond = [](const QString &, const CancellationToken &) -> Measurement {
                 throw FFmpegError::binaryNotFound();
             };
-        const QString source = scenario == u"source gone"
-                                   ? m_dir.filePath(QStringLiteral("moved away.wav"))
-                                   : QString();
 
         QString thrown;
         try {
-            service().process(item(std::nullopt, source),
+            service().process(item(std::nullopt),
                               failure.destination.isEmpty() ? previous : failure.destination, wav24,
                               settings(SampleRateMode::Rate48000, failure.normalize), token);
         } catch (const EngineError &error) {
