@@ -44,13 +44,6 @@ const OutputEncoding wav24{QStringLiteral("wav"),
 
 using RunChecks::contents;
 
-void write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 // The value given to an option; empty when the option is not there.
 QString valueOf(const QStringList &arguments, const QString &option)
 {
@@ -175,7 +168,8 @@ class LoudnessServicesTest : public QObject
     void ffmpegWrites(const QByteArray &bytes, int exitCode = 0)
     {
         m_runner->respond = [=, this](const QStringList &arguments) {
-            write(arguments.last(), bytes + QByteArray::number(m_runner->calls().size()));
+            RunChecks::write(arguments.last(),
+                             bytes + QByteArray::number(m_runner->calls().size()));
             return FFmpegResult{exitCode, {}, QStringLiteral("ffmpeg's complaint")};
         };
     }
@@ -186,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(TestEnvironment::commaLocaleActiveAsRequested());
         m_source = m_dir.filePath(QStringLiteral("Take 1.wav"));
         QVERIFY(TestAudio::writeWav(m_source, 44100, 2, {TestAudio::Segment::sine(-20, 0.5)}));
-        write(m_dir.filePath(QStringLiteral("notes.wav")), "plain text");
+        QVERIFY(RunChecks::write(m_dir.filePath(QStringLiteral("notes.wav")), "plain text"));
     }
 
     void init()
@@ -354,7 +348,7 @@ private Q_SLOTS:
         QFETCH(Failure, failure);
         QVERIFY(QDir().mkpath(m_dir.filePath(QStringLiteral("out"))));
         const QString previous = m_dir.filePath(QStringLiteral("out/Take 1.wav"));
-        write(previous, "previous output");
+        QVERIFY(RunChecks::write(previous, "previous output"));
         CancellationToken token;
         const QString &scenario = failure.scenario;
         if (scenario == u"exit 1")
@@ -394,8 +388,8 @@ private Q_SLOTS:
         stored.measuredStamp = AudioMetadata::stamp(source);
         const QString destination = m_dir.filePath(QStringLiteral("guarded/take.wav"));
         m_runner->respond = [=](const QStringList &arguments) {
-            write(arguments.last(), "new output");
-            write(destination, "the user's own");
+            RunChecks::write(arguments.last(), "new output");
+            RunChecks::write(destination, "the user's own");
             return FFmpegResult{};
         };
         const auto process = [&] {

@@ -172,13 +172,6 @@ QByteArrayList extraChunks(quint32 rate)
             chunk("smpl", loop)};
 }
 
-bool writeAll(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
-}
-
 QString ffmpegSays(const QString &path)
 {
     QProcess ffmpeg;
@@ -288,7 +281,7 @@ class ProcessingMatrixTest : public QObject
         if (name.contains(u"damaged"))
             wav += "JUNK" + bytes(0x7fffffffu);
         qToLittleEndian(quint32(wav.size() - 8), wav.data() + 4);
-        return writeAll(at(name), wav) ? at(name) : QString();
+        return RunChecks::write(at(name), wav) ? at(name) : QString();
     }
 
 private Q_SLOTS:
@@ -378,7 +371,7 @@ private Q_SLOTS:
         const QString path = at(u"long.wav"_s);
         const QString earlier = at(u"out/cancelled.mp3"_s);
         QVERIFY(TestAudio::writeWav(path, 48000, 2, {Segment::sine(-20, 300)}));
-        QVERIFY(writeAll(earlier, "an earlier run"));
+        QVERIFY(RunChecks::write(earlier, "an earlier run"));
         const QByteArray before = RunChecks::digest(path);
         const qint64 measuring = cancelledWhileRunning([&](const CancellationToken &token) {
             m_analyzer->analyze(path, target, ceiling, token);

@@ -61,13 +61,6 @@ QStringList failureMessages(const QString &fileName)
     return messages;
 }
 
-bool writeBytes(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
 // A take of noise and a tone in the container the extension names.
 bool take(const QString &path, double seconds, int rate = 48000, int channels = 2)
 {
@@ -89,7 +82,7 @@ std::function<bool(Path)> lying(double seconds, qsizetype keep,
         for (const auto &[offset, value] : fields)
             if (bytes.size() >= offset + 4)
                 qToLittleEndian(value, bytes.data() + offset);
-        return bytes.size() > 40 && writeBytes(path, bytes);
+        return bytes.size() > 40 && RunChecks::write(path, bytes);
     };
 }
 
@@ -100,11 +93,11 @@ QList<Input> hostileFiles()
         return [=](Path path) { return take(path, seconds, rate, channels); };
     };
     const auto bytes = [](const QByteArray &data) {
-        return [=](Path path) { return writeBytes(path, data); };
+        return [=](Path path) { return RunChecks::write(path, data); };
     };
     const auto halved = [](Path path) {
         return take(path, 3) &&
-               writeBytes(path, RunChecks::contents(path).left(QFileInfo(path).size() / 2));
+               RunChecks::write(path, RunChecks::contents(path).left(QFileInfo(path).size() / 2));
     };
     QByteArray noise(65536, Qt::Uninitialized);
     QRandomGenerator(7).fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
@@ -558,7 +551,7 @@ private Q_SLOTS:
                         QFile::setPermissions(ffmpeg, QFile::ReadOwner | QFile::WriteOwner));
         } else if (::mount("tonbrook-test", encodedPath(out), "tmpfs", 0, "size=256k") == 0) {
             arguments << u"--report"_qs << out + u"/report.csv"_qs;
-            QVERIFY(writeBytes(arguments.last(), "the previous report\r\n"));
+            QVERIFY(RunChecks::write(arguments.last(), "the previous report\r\n"));
             QFile filler(out + u"/filler"_qs);
             QVERIFY(filler.open(QIODevice::WriteOnly));
             while (filler.write(QByteArray(4096, 'x')) == 4096 && filler.flush()) {
