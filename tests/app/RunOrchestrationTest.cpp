@@ -254,6 +254,26 @@ private Q_SLOTS:
         QVERIFY(!f.vm().canProcess());
     }
 
+    // A controller that goes away mid-run stops its jobs instead of waiting for them:
+    // were they not stopped, only the late answer would end them.
+    void aControllerGoingAwayStopsItsRun()
+    {
+        ControllerFixture f;
+        f.setOutputFolder();
+        QVERIFY(f.importMeasured(2));
+        f.vm().process();
+        QTRY_COMPARE(f.processor->running(), F::takes(1, 2));
+        std::thread late([&f] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+            f.processor->release(F::takes(1, 2), P::writes());
+        });
+        f.controller.reset();
+        late.join();
+        QStringList cancelled = f.processor->cancelled();
+        cancelled.sort();
+        QCOMPARE(cancelled, F::takes(1, 2));
+    }
+
     void afterARunBackRetryReportAndMore()
     {
         ControllerFixture f;
